@@ -1,0 +1,10 @@
+#include "Common/strings.h"
+
+namespace ZP {
+
+QString sToQs(const std::string& text)
+{
+    return QString::fromStdString(text);
+}
+
+} // namespace ZP

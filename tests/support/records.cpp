@@ -1,0 +1,23 @@
+#include "tests/support/records.h"
+
+#include "utils/timeutils.h"
+
+#include <cctype>
+#include <stdexcept>
+
+namespace tests {
+
+__int64 timeOf(const std::string& clock)
+{
+    const std::string full = clock.size() == 8 ? clock + ".000" : clock;
+    const std::string shape = "00:00:00.000";
+    bool fits = full.size() == shape.size();
+    for (std::size_t i = 0; fits && i < shape.size(); ++i)
+        fits = shape[i] == '0' ? std::isdigit(static_cast<unsigned char>(full[i])) != 0 : full[i] == shape[i];
+    if (!fits)
+        throw std::invalid_argument("no time of day: " + clock);
+    const auto part = [&full](std::size_t from, std::size_t digits) { return std::stoi(full.substr(from, digits)); };
+    return utils::timeToMilliseconds(2024, 3, 1, part(0, 2), part(3, 2), part(6, 2)) + part(9, 3);
+}
+
+} // namespace tests
