@@ -1,0 +1,102 @@
+#include "recording/instrumentfile.h"
+
+#include "recording/errors.h"
+#include "recording/textfile.h"
+#include "standin/instrumentjson.h"
+
+#include <nlohmann/json.hpp>
+
+#include <chrono>
+#include <cstdint>
+
+namespace recording {
+
+namespace {
+
+using nlohmann::json;
+
+// The days whose seconds since the epoch fit into an int, wherever on earth they are read.
+constexpr int kFirstDay = 1970'01'02;
+constexpr int kLastDay = 2038'01'18;
+
+const json& required(const json& object, const char* key)
+{
+    const auto it = object.find(key);
+    if (it == object.end())
+        throw std::runtime_error(std::string("field \"") + key + "\" is missing");
+    return *it;
+}
+
+int tradingDayFrom(const json& value)
+{
+    // Unsigned numbers: what is below 0 is no date, and what is above all dates stays so in 64 bits.
+    if (!value.is_number_unsigned() || value.get<std::uint64_t>() > kLastDay || !isTradingDay(value.get<int>()))
+        throw std::runtime_error("field \"tradingDay\": not a date from 19700102 to 20380118: " + value.dump());
+    return value.get<int>();
+}
+
+std::map<std::string, std::size_t> rowsFrom(const json& value)
+{
+    if (!value.is_object())
+        throw std::runtime_error("field \"rows\": not an object");
+    std::map<std::string, std::size_t> rows;
+    for (const auto& [name, count] : value.items()) {
+        if (!count.is_number_unsigned())
+            throw std::runtime_error("field \"rows\": not a number of rows: \"" + name + "\": " + count.dump());
+        rows[name] = count.get<std::size_t>();
+    }
+    return rows;
+}
+
+InstrumentFile contentFrom(const json& object)
+{
+    if (!object.is_object())
+        throw std::runtime_error("not a JSON object");
+    for (const auto& [key, value] : object.items()) {
+        if (key != "tradingDay" && key != "instrument" && key != "rows")
+            throw std::runtime_error("unknown field \"" + key + "\"");
+    }
+    InstrumentFile content;
+    content.tradingDay = tradingDayFrom(required(object, "tradingDay"));
+    content.instrument = standin::instrumentFromJson(required(object, "instrument"));
+    if (object.contains("rows"))
+        content.rows = rowsFrom(object["rows"]);
+    return content;
+}
+
+} // namespace
+
+InstrumentFile readInstrumentFile(const std::filesystem::path& file)
+{
+    const std::string text = readFile(file);
+    try {
+        return contentFrom(standin::parseStrictly(text));
+    } catch (const standin::JsonError& fault) {
+        throw ReadError({file, fault.line, "", fault.column}, fault.what());
+    } catch (const std::exception& fault) {
+        throw ReadError({file}, fault.what());
+    }
+}
+
+std::string instrumentFileText(const InstrumentFile& content)
+{
+    json object;
+    object["tradingDay"] = content.tradingDay;
+    object["instrument"] = standin::instrumentToJson(content.instrument);
+    if (content.rows)
+        object["rows"] = *content.rows;
+    return object.dump(2) + "\n";
+}
+
+bool isTradingDay(int yyyymmdd)
+{
+    using namespace std::chrono;
+    if (yyyymmdd < kFirstDay || yyyymmdd > kLastDay)
+        return false;
+    const auto part = [yyyymmdd](int divisor, int modulus) {
+        return static_cast<unsigned>(yyyymmdd / divisor % modulus);
+    };
+    return year_month_day{year{yyyymmdd / 10000}, month{part(100, 100)}, day{part(1, 100)}}.ok();
+}
+
+} // namespace recording

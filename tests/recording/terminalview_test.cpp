@@ -1,0 +1,122 @@
+#include "recording/terminalview.h"
+
+#include "quoter/brovanquoteralldata.h"
+#include "quoter/levelthousanddata.h"
+#include "quoter/transactioncount.h"
+#include "tests/recording/builders.h"
+
+#include <gtest/gtest.h>
+
+using namespace recording;
+using namespace recording_test;
+
+TEST(LevelHands, shouldCountOneHandWhenSharesFillOnlyPartOfTheFirst)
+{
+    struct Case {
+        __int64 shares;
+        int unit;
+        __int64 hands;
+    };
+    const Case cases[] = {{0, 100, 0},   {1, 100, 1}, {99, 100, 1}, {100, 100, 1}, {199, 100, 1},
+                          {200, 100, 2}, {5, 10, 1},  {19, 10, 1},  {7, 1, 7},     {12'345'678'999, 100, 123'456'789}};
+    for (const Case& c : cases)
+        EXPECT_EQ(levelHands(c.shares, c.unit), c.hands) << c.shares << " / " << c.unit;
+}
+
+TEST(SharesPerHand, shouldBeTenOnlyWhenTypeAndMarketAreListed)
+{
+    struct Case {
+        const char* market;
+        int type;
+        int shares;
+    };
+    const Case cases[] = {{"SZ", 100003, 100}, {"SZ", 100016, 10}, {"SH", 100016, 10}, {"SZ", 100017, 10},
+                          {"SH", 100017, 10},  {"SH", 126, 10},    {"SZ", 126, 100},   {"BJ", 100017, 100}};
+    for (const Case& c : cases) {
+        standin::InstrumentDescription stock;
+        stock.market = c.market;
+        stock.code = "113001";
+        stock.types = {c.type};
+        EXPECT_EQ(sharesPerHand(stock), c.shares) << c.market << " " << c.type;
+    }
+}
+
+TEST(TerminalView, shouldDeliverTheRecordAsItIsWhenItIsATickOrAQueue)
+{
+    auto queue = std::make_shared<quoter::LevelOrderData>();
+    queue->bidQueue = {100, 250};
+    const RecordedDay day =
+        DayBuilder().order(1, 10, 350, 1).trade(2, 10, 150, 1, 2).add(Stream::Queues, queue).build();
+    TerminalView view(day, 100);
+    for (std::size_t i = 0; i < day.events.size(); ++i)
+        EXPECT_EQ(view.event(i).record, day.events[i].record);
+}
+
+TEST(TerminalView, shouldDeliverVolumesInHandsWhenTheRecordIsASnapshotOrACount)
+{
+    auto snapshot = std::make_shared<quoter::QuoterDepthData>();
+    snapshot->timetag = 7;
+    snapshot->lastPrice = 10.01;
+    snapshot->volume = 1999;
+    snapshot->amount = 20000;
+    snapshot->askVolume[0] = 50;
+    snapshot->bidVolume[9] = 250;
+    auto quote = std::make_shared<quoter::QuoterAllData>();
+    quote->volume = 1999;
+    quote->rawVolume = 99;
+    quote->askVolume[4] = 50;
+    quote->bidVolume[0] = 250;
+    auto broker = std::make_shared<zolv::BrovanQuoterAllData>();
+    broker->volume = 1999;
+    broker->upStopPrice = 11;
+    auto levels = std::make_shared<quoter::LevelThousandData>();
+    levels->bidVolumes = {50, 250, 0};
+    levels->bidNumbers = {1, 2, 3};
+    levels->askVolumes = {1000};
+    auto count = std::make_shared<quoter::TransactionCount>();
+    count->buyOrderCount = 170;
+    count->buyHuge = 170;
+    count->sellSmall = 99;
+    const RecordedDay day = DayBuilder()
+                                .add(Stream::Snapshots, snapshot)
+                                .add(Stream::Quotes, quote)
+                                .add(Stream::Quotes, broker)
+                                .add(Stream::Thousand, levels)
+                                .add(Stream::Counts, count)
+                                .aux(9, 199)
+                                .build();
+    TerminalView view(day, 100);
+
+    const auto& s = dynamic_cast<const quoter::QuoterDepthData&>(*view.event(0).record);
+    EXPECT_EQ(eventText(view.event(0)), "08:00:00.007 snapshot 0 last 10.01 volume 19 bid 0 x 0 ask 0 x 1");
+    EXPECT_EQ(s.bidVolume[9], 2);
+    EXPECT_EQ(s.amount, 20000);
+    const auto& q = dynamic_cast<const quoter::QuoterAllData&>(*view.event(1).record);
+    EXPECT_EQ(q.volume, 19);
+    EXPECT_EQ(q.rawVolume, 0);
+    EXPECT_EQ(q.askVolume[4], 1);
+    EXPECT_EQ(q.bidVolume[0], 2);
+    const auto& b = dynamic_cast<const zolv::BrovanQuoterAllData&>(*view.event(2).record);
+    EXPECT_EQ(b.volume, 19);
+    EXPECT_EQ(b.upStopPrice, 11);
+    const auto& l = dynamic_cast<const quoter::LevelThousandData&>(*view.event(3).record);
+    EXPECT_EQ(l.bidVolumes, (std::vector<int>{1, 2, 0}));
+    EXPECT_EQ(l.bidNumbers, (std::vector<int>{1, 2, 3}));
+    EXPECT_EQ(l.askVolumes, (std::vector<int>{10}));
+    const auto& c = dynamic_cast<const quoter::TransactionCount&>(*view.event(4).record);
+    EXPECT_EQ(c.buyOrderCount, 170);
+    EXPECT_EQ(c.buyHuge, 1);
+    EXPECT_EQ(c.sellSmall, 0);
+    EXPECT_EQ(view.event(5).aux->totalBidVolume, 1);
+}
+
+TEST(TerminalView, shouldLeaveTheDaysRecordsAloneWhenConverting)
+{
+    const RecordedDay day = DayBuilder().snapshot(7, 10.01, 1999).aux(9, 199).build();
+    TerminalView view(day, 100);
+    EXPECT_NE(view.event(0).record, day.events[0].record);
+    EXPECT_EQ(view.event(0).record, view.event(0).record) << "converted once";
+    EXPECT_EQ(dynamic_cast<const quoter::QuoterDepthData&>(*day.events[0].record).volume, 1999);
+    EXPECT_EQ(view.event(1).aux->totalBidVolume, 1);
+    EXPECT_EQ(day.events[1].aux->totalBidVolume, 199);
+}
