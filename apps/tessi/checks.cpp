@@ -1,0 +1,62 @@
+#include "apps/tessi/checks.h"
+
+#include <algorithm>
+#include <chrono>
+
+namespace tessi {
+
+namespace {
+
+bool areDigits(const std::string& text)
+{
+    return !text.empty() && std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
+bool isCalendarDate(const std::string& text)
+{
+    constexpr std::size_t kDigits = 8;
+    // Seconds since the epoch are 32 bits wide in the terminal, and 0 stands for no time.
+    if (text.size() != kDigits || !areDigits(text) || text < "19700102" || text > "20380118")
+        return false;
+    const int date = std::stoi(text);
+    return std::chrono::year_month_day(std::chrono::year{date / 10000} / (date / 100 % 100) / (date % 100)).ok();
+}
+
+bool isClockTime(const std::string& text)
+{
+    constexpr std::size_t kLength = 8;
+    if (text.size() != kLength || text[2] != ':' || text[5] != ':')
+        return false;
+    const std::string parts[] = {text.substr(0, 2), text.substr(3, 2), text.substr(6, 2)};
+    return std::all_of(std::begin(parts), std::end(parts), areDigits) && parts[0] < "24" && parts[1] < "60" &&
+           parts[2] < "60";
+}
+
+} // namespace
+
+CLI::Validator notEmpty()
+{
+    return {[](const std::string& text) { return text.empty() ? std::string("must not be empty") : std::string(); },
+            ""};
+}
+
+CLI::Validator calendarDate()
+{
+    return {[](const std::string& text) {
+                return isCalendarDate(text) ? std::string() : text + " is no date yyyymmdd from 19700102 to 20380118";
+            },
+            "yyyymmdd"};
+}
+
+CLI::Validator clockTime()
+{
+    return {[](const std::string& text) { return isClockTime(text) ? std::string() : text + " is no time HH:MM:SS"; },
+            "HH:MM:SS"};
+}
+
+int secondsOf(const std::string& clock)
+{
+    return (std::stoi(clock.substr(0, 2)) * 60 + std::stoi(clock.substr(3, 2))) * 60 + std::stoi(clock.substr(6, 2));
+}
+
+} // namespace tessi

@@ -1,0 +1,22 @@
+#pragma once
+
+namespace CLI {
+class App;
+}
+
+namespace tessi {
+
+// Exit codes of every command. Usage errors are told by the parser.
+enum ExitCode : int {
+    kOk = 0,
+    kDiffers = 1,
+    kUsage = 2,
+    kBadInput = 3 // or an error of reading and writing
+};
+
+// Each adds its subcommand with options; the parser runs it. Errors leave as exceptions.
+void addSimulate(CLI::App& app);
+void addImport(CLI::App& app);
+void addReplay(CLI::App& app);
+
+} // namespace tessi

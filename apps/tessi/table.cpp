@@ -1,0 +1,138 @@
+#include "apps/tessi/table.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <ostream>
+#include <stdexcept>
+#include <utility>
+
+namespace tessi {
+
+namespace {
+
+// 31 and 32 are the terminal's red and green: red is up on these markets.
+const char* escapeOf(Table::Tint tint)
+{
+    switch (tint) {
+    case Table::Tint::Rise:
+        return "\033[31m";
+    case Table::Tint::Fall:
+        return "\033[32m";
+    case Table::Tint::None:
+        break;
+    }
+    return "";
+}
+
+std::string quotedForCsv(const std::string& cell)
+{
+    if (cell.find_first_of(",\"\n\r") == std::string::npos)
+        return cell;
+    std::string quoted = "\"";
+    for (const char c : cell)
+        quoted.append(c == '"' ? 2 : 1, c);
+    return quoted + '"';
+}
+
+} // namespace
+
+Table::Table(std::vector<Column> columns)
+    : m_columns(std::move(columns))
+{}
+
+void Table::add(std::vector<std::string> cells, Tint tint)
+{
+    if (cells.size() != m_columns.size())
+        throw std::logic_error("a row must have a cell for each column");
+    m_rows.push_back({std::move(cells), tint});
+}
+
+void Table::print(std::ostream& out, Format format, bool colours) const
+{
+    switch (format) {
+    case Format::Table:
+        return printTable(out, colours);
+    case Format::Csv:
+        return printCsv(out);
+    case Format::Json:
+        return printJson(out);
+    }
+}
+
+void Table::printTable(std::ostream& out, bool colours) const
+{
+    std::vector<std::size_t> widths;
+    for (std::size_t c = 0; c < m_columns.size(); ++c) {
+        std::size_t width = displayWidth(m_columns[c].name);
+        for (const Row& row : m_rows)
+            width = std::max(width, displayWidth(row.cells[c]));
+        widths.push_back(width);
+    }
+
+    const auto printRow = [&](const auto& cellOf) {
+        std::string line;
+        for (std::size_t c = 0; c < m_columns.size(); ++c) {
+            const std::string& cell = cellOf(c);
+            const std::string padding(widths[c] - displayWidth(cell), ' ');
+            line += c ? "  " : "";
+            line += m_columns[c].numeric ? padding + cell : cell + padding;
+        }
+        line.erase(line.find_last_not_of(' ') + 1);
+        out << line;
+    };
+
+    printRow([&](std::size_t c) -> const std::string& { return m_columns[c].name; });
+    out << '\n';
+    for (const Row& row : m_rows) {
+        const bool tinted = colours && row.tint != Tint::None;
+        out << (tinted ? escapeOf(row.tint) : "");
+        printRow([&](std::size_t c) -> const std::string& { return row.cells[c]; });
+        out << (tinted ? "\033[0m\n" : "\n");
+    }
+}
+
+void Table::printCsv(std::ostream& out) const
+{
+    for (std::size_t c = 0; c < m_columns.size(); ++c)
+        out << (c ? "," : "") << quotedForCsv(m_columns[c].name);
+    out << '\n';
+    for (const Row& row : m_rows) {
+        for (std::size_t c = 0; c < m_columns.size(); ++c)
+            out << (c ? "," : "") << quotedForCsv(row.cells[c]);
+        out << '\n';
+    }
+}
+
+void Table::printJson(std::ostream& out) const
+{
+    out << "[";
+    for (std::size_t r = 0; r < m_rows.size(); ++r) {
+        out << (r ? ",\n " : "\n ") << "{";
+        for (std::size_t c = 0; c < m_columns.size(); ++c) {
+            const std::string& cell = m_rows[r].cells[c];
+            out << (c ? ", " : "") << nlohmann::json(m_columns[c].name).dump() << ": ";
+            if (!m_columns[c].numeric)
+                out << nlohmann::json(cell).dump();
+            else
+                out << (cell.empty() ? "null" : cell);
+        }
+        out << "}";
+    }
+    out << (m_rows.empty() ? "]\n" : "\n]\n");
+}
+
+std::size_t displayWidth(const std::string& utf8)
+{
+    std::size_t width = 0;
+    for (const char c : utf8) {
+        const auto byte = static_cast<unsigned char>(c);
+        const bool continues = (byte & 0xc0U) == 0x80U;
+        // Characters of three bytes and more are taken for wide ones: what is printed here is ASCII or Chinese.
+        if (!continues)
+            width += byte >= 0xe0U ? 2 : 1;
+    }
+    return width;
+}
+
+} // namespace tessi

@@ -1,0 +1,26 @@
+#include "apps/tessi/text.h"
+
+#include "Common/numberformat.h"
+#include "utils/timeutils.h"
+
+#include <fmt/format.h>
+
+#include <cmath>
+
+namespace tessi {
+
+std::string clockText(__int64 seconds)
+{
+    const int second = utils::d8_getSecondFromZero(seconds);
+    return fmt::format("{:02}:{:02}:{:02}", second / 3600, second / 60 % 60, second % 60);
+}
+
+std::string priceText(double price, double tick)
+{
+    constexpr double kRejectedFrom = 1e20;
+    if (!(std::abs(price) < kRejectedFrom))
+        return {};
+    return ZP::formatPriceDoubleNumber(price, tick).toStdString();
+}
+
+} // namespace tessi

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "utils/int64.h"
+
+#include <string>
+
+namespace tessi {
+
+// "hh:mm:ss" at UTC+8 of a time in seconds since the epoch.
+std::string clockText(__int64 seconds);
+
+// A price with the digits of the tick; empty when there is no value.
+std::string priceText(double price, double tick);
+
+} // namespace tessi

@@ -1,0 +1,73 @@
+#include "apps/tessi/table.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <sstream>
+
+namespace {
+
+using tessi::Format;
+using tessi::Table;
+
+Table prices()
+{
+    Table table({{"name"}, {"price", true}});
+    table.add({"平安", "9.10"}, Table::Tint::Rise);
+    table.add({"a \"b\", c", "10.05"}, Table::Tint::Fall);
+    table.add({"none", ""});
+    return table;
+}
+
+std::string printed(const Table& table, Format format, bool colours = false)
+{
+    std::ostringstream out;
+    table.print(out, format, colours);
+    return out.str();
+}
+
+TEST(Table, shouldAlignColumnsWhenCharactersAreWide)
+{
+    EXPECT_EQ(printed(prices(), Format::Table), "name      price\n"
+                                                "平安       9.10\n"
+                                                "a \"b\", c  10.05\n"
+                                                "none\n");
+}
+
+TEST(Table, shouldColourRowsWhenWanted)
+{
+    EXPECT_EQ(printed(prices(), Format::Table, true), "name      price\n"
+                                                      "\033[31m平安       9.10\033[0m\n"
+                                                      "\033[32ma \"b\", c  10.05\033[0m\n"
+                                                      "none\n");
+}
+
+TEST(Table, shouldQuoteWhatNeedsItWhenFormatIsCsv)
+{
+    EXPECT_EQ(printed(prices(), Format::Csv, true), "name,price\n"
+                                                    "平安,9.10\n"
+                                                    "\"a \"\"b\"\", c\",10.05\n"
+                                                    "none,\n");
+}
+
+TEST(Table, shouldBeParsableWhenFormatIsJson)
+{
+    const std::string text = printed(prices(), Format::Json, true);
+    const auto rows = nlohmann::json::parse(text);
+    ASSERT_EQ(rows.size(), 3u);
+    EXPECT_EQ(rows[0].at("name"), "平安");
+    EXPECT_EQ(rows[0].at("price"), 9.1);
+    EXPECT_NE(text.find("9.10"), std::string::npos) << "the digits of the tick stay";
+    EXPECT_EQ(rows[1].at("name"), "a \"b\", c");
+    EXPECT_TRUE(rows[2].at("price").is_null());
+
+    EXPECT_EQ(printed(Table({{"name"}}), Format::Json), "[]\n");
+}
+
+TEST(Table, shouldRefuseRowWhenCellsAreMissing)
+{
+    Table table({{"a"}, {"b"}});
+    EXPECT_THROW(table.add({"1"}), std::logic_error);
+}
+
+} // namespace
