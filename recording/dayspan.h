@@ -21,7 +21,7 @@ public:
     std::string text() const { return std::to_string(m_date); }
 
 private:
-    static constexpr __int64 kLength = 24 * 60 * 60 * 1000;
+    static constexpr __int64 kLength = 24LL * 60 * 60 * 1000;
     int m_date;
     __int64 m_begin;
 };

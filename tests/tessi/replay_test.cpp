@@ -89,8 +89,15 @@ Outcome onATerminal(const Scratch& scratch, const std::string& environment, cons
     return scratch.inShell(environment + " script -qec \"'$TESSI' " + arguments + "\" /dev/null </dev/null");
 }
 
+bool canHaveATerminal(const Scratch& scratch)
+{
+    return scratch.inShell("script -qec true /dev/null </dev/null").exitCode == 0;
+}
+
 TEST_F(ReplayTest, shouldColourRowsWhenStdoutIsATerminal)
 {
+    if (!canHaveATerminal(*s_scratch))
+        GTEST_SKIP() << "no pseudo-terminal can be had here";
     const std::string arguments = "replay day --panel ticks 2>/dev/null";
     const std::string coloured = onATerminal(*s_scratch, "env -u NO_COLOR", arguments).out;
     EXPECT_NE(coloured.find("\033[31m"), std::string::npos) << "a buy is red";
@@ -101,6 +108,8 @@ TEST_F(ReplayTest, shouldColourRowsWhenStdoutIsATerminal)
 
 TEST_F(ReplayTest, shouldShowProgressOnlyWhenStderrIsATerminal)
 {
+    if (!canHaveATerminal(*s_scratch))
+        GTEST_SKIP() << "no pseudo-terminal can be had here";
     const std::string shown = onATerminal(*s_scratch, "", "replay day --panel ticks >/dev/null").out;
     EXPECT_NE(shown.find("replaying ["), std::string::npos) << shown;
     EXPECT_NE(shown.find("%"), std::string::npos);
