@@ -3,7 +3,6 @@
 find_package(Qt5 5.15 REQUIRED COMPONENTS Core Gui Widgets)
 find_package(Boost 1.81 REQUIRED COMPONENTS thread)
 find_package(log4cxx REQUIRED)
-set(LOG4CXX_TARGET log4cxx)
 find_package(fmt REQUIRED)
 find_package(Threads REQUIRED)
 

@@ -2,7 +2,6 @@
 
 #include "apps/tessi/table.h"
 #include "apps/tessi/text.h"
-#include "Common/numberformat.h"
 #include "recording/datalayer.h"
 #include "utils/stockkey.h"
 
