@@ -3,11 +3,11 @@
 #include "recording/dayfolder.h"
 #include "recording/importday.h"
 #include "tests/recording/builders.h"
+#include "tests/support/recordeddays.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdlib>
 #include <map>
 #include <unordered_map>
 
@@ -30,19 +30,14 @@ void PrintTo(const KnownDay& day, std::ostream* out)
     *out << day.folder;
 }
 
-std::filesystem::path folderOf(const KnownDay& day)
-{
-    const char* set = std::getenv("TESSI_RECORDED_DAYS");
-    return std::filesystem::path(set ? set : TESSI_RECORDED_DAYS_DEFAULT) / day.folder;
-}
-
 class RecordedDays : public ::testing::TestWithParam<KnownDay> {
 protected:
     void SetUp() override
     {
-        if (!std::filesystem::exists(folderOf(GetParam())))
-            GTEST_SKIP() << "no recorded day at " << folderOf(GetParam());
-        m_day = importDay(folderOf(GetParam()));
+        const std::filesystem::path source = tests::recordedDay(GetParam().folder);
+        if (!std::filesystem::exists(source))
+            GTEST_SKIP() << "no recorded day at " << source;
+        m_day = importDay(source);
     }
 
     template <class Record, class Visit>

@@ -1,9 +1,8 @@
+#include "tests/support/recordeddays.h"
 #include "tests/tessi/command.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
-
-#include <cstdlib>
 
 namespace {
 
@@ -25,8 +24,7 @@ class RecordedDaysTest : public ::testing::TestWithParam<Day> {};
 TEST_P(RecordedDaysTest, shouldGiveTheSourcesRecordsAndTicksWhenImported)
 {
     const Day& day = GetParam();
-    const char* const set = std::getenv("TESSI_RECORDED_DAYS");
-    const std::filesystem::path source = std::filesystem::path(set ? set : TESSI_RECORDED_DAYS_DEFAULT) / day.folder;
+    const std::filesystem::path source = recordedDay(day.folder);
     if (!std::filesystem::exists(source))
         GTEST_SKIP() << "no recorded day " << source;
 
@@ -61,10 +59,6 @@ INSTANTIATE_TEST_SUITE_P(Days, RecordedDaysTest,
                          ::testing::Values(Day{"szse-20171229-300446", 20171229, 2499, 1576, 530, 1877, 1249},
                                            Day{"szse-20170103-000001", 20170103, 23831, 13730, 4472, 4687, 3946},
                                            Day{"sse-20230201-600519", 20230201, 39067 + 15668, 27135, 15668, 5109, 0}),
-                         [](const auto& param) {
-                             std::string name = param.param.folder;
-                             std::erase(name, '-');
-                             return name;
-                         });
+                         [](const auto& param) { return testName(param.param.folder); });
 
 } // namespace
