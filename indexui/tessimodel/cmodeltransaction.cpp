@@ -6,6 +6,7 @@
 #include "indexui/tessimodel/detail/markets.h"
 #include "indexui/tessimodel/detail/numbers.h"
 #include "indexui/tessimodel/detail/request.h"
+#include "indexui/tessimodel/detail/tradingphase.h"
 #include "IndexUtils/instrumentdetails.h"
 #include "quoter/quoteralldata.h"
 #include "quoter/quoterdepthdata.h"
@@ -23,12 +24,6 @@ constexpr int kTypeAfterHours = 277;
 constexpr int kTypeAfterHoursSz = 10006;
 
 constexpr int kAuctionTradingClosed = 15;
-constexpr int kFirstAfterHoursStatus = 22;
-
-bool isAfterHours(int tradeStatus)
-{
-    return tradeStatus >= kFirstAfterHoursStatus;
-}
 
 // The two snapshot types share the names of the fields, not their layout.
 template <class Snapshot>

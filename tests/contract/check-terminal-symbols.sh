@@ -16,7 +16,7 @@ trap 'rm -rf "$scratch"' EXIT
 symbols() { nm -D "$@" | awk '{print $(NF-1), $NF}' | sed 's/@.*//'; }
 
 symbols --undefined-only "$library" | awk '$1 == "U" {print $2}' | sort -u >"$scratch/needed"
-ldd "$library" | awk '/=> \//{print $3}' >"$scratch/dependencies"
+ldd "$library" | awk '/=> \//{print $3} $1 ~ /^\//{print $1}' >"$scratch/dependencies"
 while read -r dependency; do
     symbols --defined-only "$dependency" | awk '{print $2}'
 done <"$scratch/dependencies" | sort -u >"$scratch/provided"

@@ -8,7 +8,10 @@
 
 #include <boost/make_shared.hpp>
 
+#include <cstddef>
+#include <initializer_list>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -19,6 +22,12 @@ using Records = std::vector<std::shared_ptr<quoter::QuoterBase>>;
 
 // A time of the test day, 2024-03-01, given as "hh:mm:ss" or "hh:mm:ss.mmm" at UTC+8, in milliseconds.
 __int64 timeOf(const std::string& clock);
+
+// A level of a snapshot: price and volume in hands.
+struct SnapshotLevel {
+    double price;
+    __int64 volume;
+};
 
 // A snapshot of either level. Levels that are not given have price 0 and volume 0; the phase is continuous trading.
 template <class Record>
@@ -32,25 +41,42 @@ public:
     }
 
     Snapshot& last(double price) { return m_record->lastPrice = price, *this; }
+    Snapshot& alternativeLast(double price) { return m_record->lastPriceAlt = price, *this; }
     Snapshot& volume(__int64 volume) { return m_record->volume = volume, *this; }
     Snapshot& status(int status) { return m_record->tradeStatus = status, *this; }
     Snapshot& bid(double price, __int64 volume = 1)
     {
-        return setBest(m_record->bidPrice, m_record->bidVolume, price, volume);
+        return set(m_record->bidPrice, m_record->bidVolume, {{price, volume}});
     }
     Snapshot& ask(double price, __int64 volume = 1)
     {
-        return setBest(m_record->askPrice, m_record->askVolume, price, volume);
+        return set(m_record->askPrice, m_record->askVolume, {{price, volume}});
+    }
+
+    // All levels of a side, best first; a level with price 0 is one that does not exist.
+    Snapshot& bids(std::initializer_list<SnapshotLevel> levels)
+    {
+        return set(m_record->bidPrice, m_record->bidVolume, levels);
+    }
+    Snapshot& asks(std::initializer_list<SnapshotLevel> levels)
+    {
+        return set(m_record->askPrice, m_record->askVolume, levels);
     }
 
     operator std::shared_ptr<quoter::QuoterBase>() const { return m_record; }
     operator std::shared_ptr<Record>() const { return m_record; }
 
 private:
-    Snapshot& setBest(double* prices, __int64* volumes, double price, __int64 volume)
+    template <std::size_t Depth>
+    Snapshot& set(double (&prices)[Depth], __int64 (&volumes)[Depth], std::initializer_list<SnapshotLevel> levels)
     {
-        prices[0] = price;
-        volumes[0] = volume;
+        if (levels.size() > Depth)
+            throw std::invalid_argument("a snapshot has no so many levels");
+        std::size_t i = 0;
+        for (const SnapshotLevel& level : levels) {
+            prices[i] = level.price;
+            volumes[i++] = level.volume;
+        }
         return *this;
     }
 

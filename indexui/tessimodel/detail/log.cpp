@@ -41,10 +41,15 @@ void writeInfo(const log4cxx::LoggerPtr& log, const void* object, const char* fu
     log->forcedLog(level, line, location);
 }
 
+bool isDataReturnLogged(const RecordList& records)
+{
+    return records.size() >= 2 && infoLog();
+}
+
 void logDataReturn(const void* object, const char* function, InstrumentPtr stock, const RecordList& records,
                    const boost::source_location& where)
 {
-    if (records.size() < 2 || !stock)
+    if (!isDataReturnLogged(records) || !stock)
         return;
     const auto message = [&] {
         return fmt::format("data return, key: {0}_{1}, count: {2}, range: {3}-{4}", stock->market, stock->code,

@@ -30,6 +30,9 @@ void logInfo(const void* object, const char* function, const Message& message,
 // The line of the callbacks that post a batch: which instrument, how many records, from when to when. Only for
 // batches of two records and more, so that live pushes do not flood the log, and only with an instrument. The
 // callbacks run on the data layer's threads: `stock` is a copy made under the model's lock.
+//
+// Ask isDataReturnLogged first where a copy of the stock costs a lock.
+bool isDataReturnLogged(const RecordList& records);
 void logDataReturn(const void* object, const char* function, InstrumentPtr stock, const RecordList& records,
                    const boost::source_location& where = BOOST_CURRENT_LOCATION);
 void logDataReturn(const void* object, const char* function, InstrumentPtr stock, const BatchPtr& batch,

@@ -56,7 +56,7 @@ constexpr int low32(__int64 value)
     return static_cast<int>(value);
 }
 
-// Sum and difference in 32 bits; they wrap where the plain operators would be undefined.
+// Arithmetic in 32 and in 64 bits that wraps where the plain operators would be undefined.
 constexpr int sum32(int a, int b)
 {
     return static_cast<int>(static_cast<unsigned>(a) + static_cast<unsigned>(b));
@@ -65,6 +65,21 @@ constexpr int sum32(int a, int b)
 constexpr int difference32(int a, int b)
 {
     return static_cast<int>(static_cast<unsigned>(a) - static_cast<unsigned>(b));
+}
+
+constexpr int product32(int a, int b)
+{
+    return static_cast<int>(static_cast<unsigned>(a) * static_cast<unsigned>(b));
+}
+
+constexpr __int64 sum64(__int64 a, __int64 b)
+{
+    return static_cast<__int64>(static_cast<unsigned long long>(a) + static_cast<unsigned long long>(b));
+}
+
+constexpr __int64 difference64(__int64 a, __int64 b)
+{
+    return static_cast<__int64>(static_cast<unsigned long long>(a) - static_cast<unsigned long long>(b));
 }
 
 // Truncates toward zero. What does not fit, NaN included, gives the lowest int, as the processor's own conversion

@@ -1,0 +1,241 @@
+#include "indexui/tessimodel/liveread.h"
+#include "quoter/orderdata.h"
+#include "tests/tessimodel/thousandmodel.h"
+
+#include <atomic>
+#include <chrono>
+#include <cstdlib>
+#include <optional>
+#include <thread>
+#include <vector>
+
+namespace {
+
+using namespace tests;
+
+// One second, or as many as TESSI_STRESS_SECONDS says.
+std::chrono::seconds stressTime()
+{
+    const char* const seconds = std::getenv("TESSI_STRESS_SECONDS");
+    return std::chrono::seconds(seconds ? std::strtol(seconds, nullptr, 10) : 1);
+}
+
+// A market that never ends: orders around 10.00, their fills and cancels, and snapshots that are now older and now
+// newer than the ticks.
+class EndlessDay {
+public:
+    Order nextOrder()
+    {
+        m_time += 10;
+        const int ticks = static_cast<int>(random() % 40);
+        Order next(++m_seq);
+        // A few market orders among them, and now and then a price far off.
+        next.kind(random() % 50 == 0 ? 2 : 1).shares(static_cast<__int64>(1 + random() % 3000));
+        const double price = random() % 400 == 0 ? 500.0 : 9.80 + 0.01 * ticks;
+        (random() % 2 == 0 ? next.buy(price) : next.sell(price));
+        return at(next);
+    }
+
+    Trade nextTrade()
+    {
+        m_time += 10;
+        const int buySeq = recent();
+        const int sellSeq = recent();
+        switch (random() % 4) {
+        case 0:
+            return at(cancelOfBuy(buySeq));
+        case 1:
+            return at(cancelOfSell(sellSeq));
+        default:
+            return at(fill(buySeq, sellSeq).at(10.00).shares(static_cast<__int64>(1 + random() % 1000)));
+        }
+    }
+
+    Snapshot<quoter::QuoterDepthData> nextSnapshot()
+    {
+        const double best = 9.90 + 0.01 * static_cast<double>(random() % 20);
+        const __int64 hands = static_cast<__int64>(random() % 4000);
+        auto next = level2();
+        next.last(best).volume(++m_dayVolume).bids({{best, hands}, {best - 0.03, 7}, {best - 0.05, 9}});
+        if (random() % 5 != 0)
+            next.asks({{best + (random() % 6 == 0 ? 0 : 0.02), hands + 1}, {best + 0.04, 3}});
+        const std::shared_ptr<quoter::QuoterDepthData> record = next;
+        record->timetag = m_time + static_cast<__int64>(random() % 40) - 20;
+        return next;
+    }
+
+private:
+    template <class Tick>
+    Tick at(Tick tick) const
+    {
+        const std::shared_ptr<quoter::QuoterBase> record = tick;
+        record->timetag = m_time;
+        return tick;
+    }
+
+    int recent() { return static_cast<int>(m_seq) - static_cast<int>(random() % 50) + 2; }
+    unsigned random() { return m_random = m_random * 1664525U + 1013904223U, m_random >> 8; }
+
+    unsigned m_random = 1;
+    __int64 m_time = timeOf("09:30:00");
+    __int64 m_seq = 0;
+    __int64 m_dayVolume = 0;
+};
+
+// One model, and the threads that meet at it.
+class ThousandConcurrent : public ::testing::Test {
+protected:
+    ThousandConcurrent()
+    {
+        terminal.instruments.add(stock("SZ", "000001"));
+        terminal.instruments.add(stock("SZ", "000002"));
+        model.emplace();
+        model->setStock(keyOf("SZ", "000001"));
+    }
+
+    ~ThousandConcurrent() override
+    {
+        terminal.strands.waitIdle(); // the queued work holds the model by a plain pointer
+        model.reset();
+        utils::CSingletonT<TC::CDepthThousandModelManager>::release();
+    }
+
+    void deliverLive()
+    {
+        EndlessDay day;
+        while (!stop) {
+            for (int i = 0; i < 100; ++i) {
+                model->entrustCallback(0, live, batchFor("SZ", "000001", {day.nextOrder()}));
+                model->transactionCallback(0, live, batchFor("SZ", "000001", {day.nextTrade()}));
+                if (i % 5 == 0)
+                    model->quoterCallback(0, live, batchFor("SZ", "000001", {day.nextSnapshot()}));
+            }
+            terminal.strands.waitIdle();
+        }
+    }
+
+    void poll()
+    {
+        BookReading reading;
+        while (!stop && !HasFailure()) {
+            if (reading.poll(*model)) {
+                ++updates;
+                EXPECT_NE(reading.flags & TC::kUpdateLevels, 0);
+            }
+            expectAscending(reading.bids);
+            expectAscending(reading.asks);
+            for (int tick = 0; tick < 40; tick += 8)
+                readQueue(tick % 16 == 0, 9.80 + 0.01 * tick);
+            model->isDataAllReadly();
+            model->getStockKey();
+        }
+    }
+
+    // Rows go on changing while they are read; their prices stay.
+    static void expectAscending(const TC::EntrustList& rows)
+    {
+        double before = 0;
+        for (const auto& row : rows) {
+            const TC::EntrustData now = TC::readLive(*row);
+            EXPECT_GT(now.price, before);
+            EXPECT_GE(now.volume, 0);
+            before = now.price;
+        }
+    }
+
+    void readQueue(bool isBid, double price)
+    {
+        const auto level = model->getQueue(isBid, price);
+        if (!level)
+            return;
+        TC::SingleQueue::Quotes quotes;
+        level->getQuotes(quotes);
+        __int64 before = 0;
+        for (const auto& [seq, quote] : quotes) {
+            const TC::SingleQuote now = TC::readLive(*quote);
+            EXPECT_GT(seq, before);
+            EXPECT_EQ(now.seq, seq) << "an order that a panel holds is not used for another";
+            EXPECT_LE(now.dealVolume, now.volume);
+            before = seq;
+        }
+        TC::readLive(level->m_volume);
+        TC::readLive(level->m_timetag);
+    }
+
+    // Clears, moves to another instrument and back, and delivers histories, until the time is over.
+    void ownTheModel(std::chrono::steady_clock::time_point end)
+    {
+        for (int round = 0; std::chrono::steady_clock::now() < end && !HasFailure(); ++round) {
+            EndlessDay day;
+            Records orders;
+            Records trades;
+            Records snapshots;
+            for (int i = 0; i < 200; ++i) {
+                orders.push_back(day.nextOrder());
+                trades.push_back(day.nextTrade());
+                snapshots.push_back(day.nextSnapshot());
+            }
+            model->setNewLoan(round % 3 == 0);
+            model->entrustCallback(0, round % 4 == 1 ? moreHistory : history, batchFor("SZ", "000001", orders));
+            model->transactionCallback(0, round % 4 == 2 ? moreHistory : history, batchFor("SZ", "000001", trades));
+            model->quoterCallback(0, history, batchFor("SZ", "000001", snapshots));
+            if (round % 2 == 0)
+                terminal.strands.waitIdle();
+            if (round % 5 == 4)
+                model->clear();
+            if (round % 7 == 6) {
+                model->setStock(keyOf("SZ", "000002"));
+                model->clear();
+                model->setStock(keyOf("SZ", "000001"));
+            }
+            terminal.log.forget();
+        }
+    }
+
+    void useTheManager()
+    {
+        while (!stop) {
+            const auto other = bookManager()->createModel(-1);
+            ASSERT_NE(other, nullptr);
+            other->setStock(keyOf("SZ", "000001"));
+            const BookReading reading = readBook(*other);
+            expectAscending(reading.bids);
+            expectAscending(reading.asks);
+            bookManager()->deleteModel(other->m_modelId);
+            terminal.changeTradeData("all");
+        }
+    }
+
+    standin::Terminal terminal;
+    std::optional<Thousand> model;
+    std::atomic<bool> stop{false};
+    std::atomic<int> updates{0};
+};
+
+TEST_F(ThousandConcurrent, shouldStayWholeWhenEverythingRunsAtOnce)
+{
+    std::vector<std::thread> threads;
+    threads.emplace_back([this] { deliverLive(); });
+    for (int panel = 0; panel < 3; ++panel)
+        threads.emplace_back([this] { poll(); });
+    threads.emplace_back([this] { useTheManager(); });
+    ownTheModel(std::chrono::steady_clock::now() + stressTime());
+    stop = true;
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_GT(updates, 0);
+
+    terminal.strands.waitIdle();
+    for (const auto* levels : {&model->m_book.m_bidLevels, &model->m_book.m_askLevels}) {
+        for (const auto& [key, level] : *levels)
+            EXPECT_EQ(static_cast<std::size_t>(level->m_number), level->m_quotes.size()) << "at key " << key;
+    }
+    model->clear();
+    model->entrustCallback(0, history,
+                           batchFor("SZ", "000001", {order(1).buy(10.00).shares(300), order(2).sell(10.02)}));
+    model->transactionCallback(0, history, batchFor("SZ", "000001", {fill(1, 9).at(10.00).shares(100)}));
+    terminal.strands.waitIdle();
+    EXPECT_EQ(bookText(*model), "bid 10.00 2h x1 (-1)\nask 10.02 1h x1 (+1)\n");
+}
+
+} // namespace
