@@ -1,0 +1,93 @@
+#include "tests/support/records.h"
+#include "tests/tessimodel/oracle/realstate.h"
+
+#include <algorithm>
+
+namespace tests::oracle {
+
+namespace {
+
+std::shared_ptr<quoter::QuoterBase> orderOf(const Record& from)
+{
+    auto order = std::make_shared<quoter::OrderData>();
+    order->price = from.price;
+    order->volume = from.volume;
+    order->seq = from.seq;
+    order->orderKind = from.orderKind;
+    order->bsFlag = from.bsFlag;
+    return order;
+}
+
+std::shared_ptr<quoter::QuoterBase> tradeOf(const Record& from)
+{
+    auto trade = std::make_shared<quoter::TransactionData>();
+    trade->price = from.price;
+    trade->volume = from.volume;
+    trade->buySeq = from.buySeq;
+    trade->sellSeq = from.sellSeq;
+    trade->transKind = from.transKind;
+    return trade;
+}
+
+std::shared_ptr<quoter::QuoterBase> snapshotOf(const Record& from)
+{
+    auto snapshot = std::make_shared<quoter::QuoterDepthData>();
+    snapshot->lastPrice = from.price;
+    snapshot->lastPriceAlt = from.lastPriceAlt;
+    snapshot->volume = from.volume;
+    snapshot->tradeStatus = from.tradeStatus;
+    std::copy(from.bids.prices.begin(), from.bids.prices.end(), snapshot->bidPrice);
+    std::copy(from.bids.volumes.begin(), from.bids.volumes.end(), snapshot->bidVolume);
+    std::copy(from.asks.prices.begin(), from.asks.prices.end(), snapshot->askPrice);
+    std::copy(from.asks.volumes.begin(), from.asks.volumes.end(), snapshot->askVolume);
+    return snapshot;
+}
+
+std::shared_ptr<quoter::QuoterBase> realOf(const Record& from)
+{
+    switch (from.type) {
+    case Record::Type::Order:
+        return orderOf(from);
+    case Record::Type::Trade:
+        return tradeOf(from);
+    case Record::Type::Snapshot:
+        return snapshotOf(from);
+    case Record::Type::LevelOne:
+        break;
+    }
+    return std::make_shared<quoter::QuoterAllData>();
+}
+
+} // namespace
+
+std::shared_ptr<quoter::QuoterBase> RealRecords::of(const RecordPtr& record)
+{
+    if (!record)
+        return nullptr;
+    auto& real = m_real[record];
+    if (!real) {
+        real = realOf(*record);
+        real->timetag = record->timetag;
+        m_ids[real.get()] = record->id;
+    }
+    return real;
+}
+
+boost::shared_ptr<TC::MetaCacheDataWrapper> RealRecords::of(const BatchPtr& batch)
+{
+    if (!batch)
+        return nullptr;
+    const Instrument& instrument = instruments().at(static_cast<std::size_t>(batch->instrument));
+    Records records;
+    for (const RecordPtr& record : batch->records)
+        records.push_back(of(record));
+    return batchFor(instrument.market, instrument.code, std::move(records));
+}
+
+int RealRecords::idOf(const quoter::QuoterBase* record) const
+{
+    const auto found = m_ids.find(record);
+    return found == m_ids.end() ? -1 : found->second;
+}
+
+} // namespace tests::oracle
