@@ -389,6 +389,16 @@ std::string PlainReplay::thousandText() const
     return text;
 }
 
+std::map<int, __int64> PlainReplay::limitShares(bool buy) const
+{
+    std::map<int, __int64> shares;
+    for (const auto& [seq, order] : m_resting) {
+        if (order.buy == buy && order.kind == 1)
+            shares[order.price] += order.left();
+    }
+    return shares;
+}
+
 std::string PlainReplay::countsText() const
 {
     __int64 orders[2] = {};

@@ -32,6 +32,10 @@ public:
     std::string countsText() const;
     std::string auxText() const;
 
+    // The shares of the limit orders at each price of a side, also of an order that has just arrived and may still
+    // trade: a book of price levels shows these, and none of the market orders that rest.
+    std::map<int, __int64> limitShares(bool buy) const;
+
     // The tradeStatus of a snapshot with the newest time. A call auction still shows itself at the moment it ends.
     int status() const;
 
