@@ -1,16 +1,36 @@
-// Performs one operation at least a number of times, under callgrind with only that being counted, and prints how often
-// it really did:
+// Performs one operation under callgrind with only that being counted, and prints how often it really did:
 //
 //     instructions_of --list
-//     valgrind --tool=callgrind --collect-atstart=no instructions_of OPERATION TIMES
+//     valgrind --tool=callgrind --instr-atstart=no --collect-atstart=no instructions_of OPERATION
 
 #include "bench/operations.h"
 
 #include <valgrind/callgrind.h>
 
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
+
+namespace {
+
+int count(const bench::Operation& operation)
+{
+    const bench::Body body = operation.prepare();
+    const auto reset = [&body] {
+        if (body.reset)
+            body.reset();
+    };
+    reset();
+    body.perform(operation.times); // fills pools and caches
+    reset();
+    CALLGRIND_START_INSTRUMENTATION;
+    CALLGRIND_TOGGLE_COLLECT;
+    const int done = body.perform(operation.times);
+    CALLGRIND_TOGGLE_COLLECT;
+    CALLGRIND_STOP_INSTRUMENTATION;
+    return done;
+}
+
+} // namespace
 
 int main(int argc, char** argv)
 {
@@ -19,18 +39,12 @@ int main(int argc, char** argv)
             std::puts(operation.name.c_str());
         return 0;
     }
-    const int times = argc == 3 ? std::atoi(argv[2]) : 0; // NOLINT(cert-err34-c): 0 is refused below
     for (const bench::Operation& operation : bench::operations()) {
-        if (times <= 0 || operation.name != argv[1])
+        if (argc != 2 || operation.name != argv[1])
             continue;
-        const auto body = operation.prepare();
-        body(times); // fills pools and caches
-        CALLGRIND_TOGGLE_COLLECT;
-        const int done = body(times);
-        CALLGRIND_TOGGLE_COLLECT;
-        std::printf("%d\n", done);
+        std::printf("%d\n", count(operation));
         return 0;
     }
-    std::fputs("usage: instructions_of --list | OPERATION TIMES\n", stderr);
+    std::fputs("usage: instructions_of --list | OPERATION\n", stderr);
     return 2;
 }

@@ -1,5 +1,7 @@
 #include "bench/operations.h"
 
+#include "bench/book.h"
+#include "bench/bookmodel.h"
 #include "bench/reading.h"
 #include "indexui/tessimodel/cmodeltransaction.h"
 #include "net/rpcengine.h"
@@ -53,14 +55,14 @@ Body prepareTickListLive()
     auto pushes = std::make_shared<std::vector<Batch>>();
     for (int i = 0; i < kDay; ++i)
         pushes->push_back({snapshot(i)});
-    return [list, pushes](int times) {
+    return {[list, pushes](int times) {
         for (int i = 0; i < times; ++i) {
             if (i % kDay == 0)
                 list->model.quoterCallBack(0, 0, {});
             list->model.quoterCallBack(0, 1, (*pushes)[static_cast<std::size_t>(i % kDay)]);
         }
         return times;
-    };
+    }};
 }
 
 Body prepareTickListHistory()
@@ -70,12 +72,12 @@ Body prepareTickListHistory()
     auto day = std::make_shared<Batch>();
     for (int i = 0; i < kDay; ++i)
         day->push_back(snapshot(i));
-    return [list, day](int times) {
+    return {[list, day](int times) {
         int done = 0;
         for (; done < times; done += kDay)
             list->model.quoterCallBack(0, 0, *day);
         return done;
-    };
+    }};
 }
 
 Body prepareStrand()
@@ -83,13 +85,22 @@ Body prepareStrand()
     auto terminal = std::make_shared<standin::Terminal>();
     terminal->strands.runByHand();
     auto strand = utils::CSingletonT<net::RPCEngine>::instance()->getStrand("modulegroup");
-    return [terminal, strand](int times) {
+    return {[terminal, strand](int times) {
         int ran = 0;
         for (int i = 0; i < times; ++i) {
             strand->post([&ran] { ++ran; });
             terminal->strands.drain("modulegroup");
         }
         return ran;
+    }};
+}
+
+std::vector<Operation> frameOperations()
+{
+    return {
+        {"tick_list_live_snapshot", prepareTickListLive},
+        {"tick_list_history_snapshot", prepareTickListHistory},
+        {"strand_post_to_run", prepareStrand},
     };
 }
 
@@ -97,13 +108,14 @@ Body prepareStrand()
 
 const std::vector<Operation>& operations()
 {
-    static const std::vector<Operation> all = {
-        {"tick_list_live_snapshot", prepareTickListLive},
-        {"tick_list_history_snapshot", prepareTickListHistory},
-        {"strand_post_to_run", prepareStrand},
-        {"read_day_row", prepareReadDay},
-        {"bare_loop_row", prepareBareLoop},
-    };
+    static const std::vector<Operation> all = [] {
+        std::vector<Operation> gathered;
+        for (auto topic : {frameOperations, readingOperations, bookOperations, bookModelOperations}) {
+            for (Operation& operation : topic())
+                gathered.push_back(std::move(operation));
+        }
+        return gathered;
+    }();
     return all;
 }
 

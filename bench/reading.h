@@ -4,10 +4,7 @@
 
 namespace bench {
 
-// Reads a recorded day from disk; one operation is a row, a line of any of its streams.
-Body prepareReadDay();
-
-// The same files with the least that has to be done: read the bytes, split them, convert each number.
-Body prepareBareLoop();
+// Recorded days from disk, and what they are measured against.
+std::vector<Operation> readingOperations();
 
 } // namespace bench

@@ -10,15 +10,23 @@
 int main(int argc, char** argv)
 {
     setenv("TZ", "Asia/Shanghai", 1);
-    constexpr int kTimes = 5000;
     for (const bench::Operation& operation : bench::operations()) {
-        benchmark::RegisterBenchmark(operation.name.c_str(), [&operation](benchmark::State& state) {
-            const auto body = operation.prepare();
-            std::int64_t done = 0;
-            for (auto _ : state)
-                done += body(kTimes);
-            state.SetItemsProcessed(done);
-        });
+        auto* const registered =
+            benchmark::RegisterBenchmark(operation.name.c_str(), [&operation](benchmark::State& state) {
+                const bench::Body body = operation.prepare();
+                std::int64_t done = 0;
+                for (auto _ : state) {
+                    if (body.reset) {
+                        state.PauseTiming();
+                        body.reset();
+                        state.ResumeTiming();
+                    }
+                    done += body.perform(operation.times);
+                }
+                state.SetItemsProcessed(done);
+            });
+        if (operation.rounds > 0)
+            registered->Iterations(operation.rounds);
     }
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
