@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdlib>
 
 namespace tessi {
 
@@ -32,7 +33,24 @@ bool isClockTime(const std::string& text)
            parts[2] < "60";
 }
 
+// 0 for a text that is no number: converting it to the option's type fails then.
+double numberOf(const std::string& text)
+{
+    return std::strtod(text.c_str(), nullptr);
+}
+
 } // namespace
+
+CLI::Validator aboveZero()
+{
+    return {[](const std::string& text) { return numberOf(text) > 0 ? std::string() : text + " is no number above 0"; },
+            "> 0"};
+}
+
+CLI::Validator notBelowZero()
+{
+    return {[](const std::string& text) { return numberOf(text) >= 0 ? std::string() : text + " is below 0"; }, ">= 0"};
+}
 
 CLI::Validator notEmpty()
 {

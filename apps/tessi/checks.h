@@ -9,6 +9,9 @@ namespace tessi {
 
 CLI::Validator notEmpty();
 
+CLI::Validator aboveZero();
+CLI::Validator notBelowZero();
+
 // "yyyymmdd", a date of the years that the terminal's clock covers.
 CLI::Validator calendarDate();
 

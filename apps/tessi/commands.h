@@ -14,9 +14,11 @@ enum ExitCode : int {
     kBadInput = 3 // or an error of reading and writing
 };
 
-// Each adds its subcommand with options; the parser runs it. Errors leave as exceptions.
+// Each adds its subcommand with options; the parser runs it. Errors leave as exceptions; a command that compares sets
+// `exitCode` to what it found.
 void addSimulate(CLI::App& app);
 void addImport(CLI::App& app);
 void addReplay(CLI::App& app);
+void addVerify(CLI::App& app, int& exitCode);
 
 } // namespace tessi

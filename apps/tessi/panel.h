@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,12 +21,28 @@ class Panel {
 public:
     virtual ~Panel() = default;
     virtual void subscribe(recording::DataLayer& data) = 0;
-    virtual Table rows() const = 0;
+    virtual Table rows() = 0;
+
+    // What to tell when there are no rows, in a few words.
+    virtual std::string whyEmpty() const = 0;
+};
+
+// What the command line says beyond the panel's name. Each belongs to some panels only.
+struct PanelOptions {
+    std::optional<std::size_t> depth; // book: best levels of each side; all without it
+    std::optional<std::string> side;  // queue: "bid" or "ask"
+    std::optional<double> price;      // queue
 };
 
 std::vector<std::string> panelNames();
 
-// The panel of that name for the day, whose instrument the terminal knows by now. Null for an unknown name.
-std::unique_ptr<Panel> makePanel(const std::string& name, const recording::RecordedDay& day);
+// What the options lack for the panel of that name, or have that is not the panel's; empty when they fit. Without a
+// name none fits.
+std::string optionFault(const std::string& name, const PanelOptions& options);
+
+// The panel of that name for the day, whose instrument the terminal knows by now. The options fit. Null for an unknown
+// name.
+std::unique_ptr<Panel> makePanel(const std::string& name, const recording::RecordedDay& day,
+                                 const PanelOptions& options);
 
 } // namespace tessi

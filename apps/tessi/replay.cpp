@@ -10,7 +10,9 @@
 #include "utils/timeutils.h"
 
 #include <CLI/CLI.hpp>
+#include <fmt/format.h>
 
+#include <cmath>
 #include <iostream>
 #include <map>
 #include <memory>
@@ -23,23 +25,55 @@ namespace {
 struct Arguments {
     std::string folder;
     std::string panel;
+    PanelOptions options;
     std::string historyUntil;
+    std::string until;
     double speed = 0;
     Format format = Format::Table;
 };
+
+// A time of day that has been checked, in milliseconds since the epoch.
+__int64 timeOn(int tradingDay, const std::string& clock)
+{
+    const __int64 midnight =
+        utils::timeToMilliseconds(tradingDay / 10000, tradingDay / 100 % 100, tradingDay % 100, 0, 0, 0);
+    return midnight + secondsOf(clock) * 1000LL;
+}
+
+// The day ends before the first event at the time or after it.
+void cutAt(recording::RecordedDay& day, __int64 timetag)
+{
+    day.events.resize(recording::HistoryPoint::time(timetag).positionIn(day));
+}
 
 recording::DeliveryOptions deliveryOf(const Arguments& arguments, int tradingDay)
 {
     recording::DeliveryOptions options;
     options.history = recording::HistoryPoint::nothing();
-    if (!arguments.historyUntil.empty()) {
-        const __int64 midnight =
-            utils::timeToMilliseconds(tradingDay / 10000, tradingDay / 100 % 100, tradingDay % 100, 0, 0, 0);
-        options.history = recording::HistoryPoint::time(midnight + secondsOf(arguments.historyUntil) * 1000LL);
-    }
+    if (!arguments.historyUntil.empty())
+        options.history = recording::HistoryPoint::time(timeOn(tradingDay, arguments.historyUntil));
     if (arguments.speed > 0)
         options.speed = arguments.speed;
     return options;
+}
+
+void checkOptions(const Arguments& arguments, const CLI::App& command)
+{
+    const std::string fault = optionFault(arguments.panel, arguments.options);
+    if (!fault.empty())
+        throw CLI::ValidationError(command.get_name(), fault);
+}
+
+// A price between two ticks has no queue; the model would show that of the nearest tick.
+void checkPrice(const Arguments& arguments, double priceTick, const CLI::App& command)
+{
+    constexpr double kTolerance = 1e-5;
+    if (!arguments.options.price)
+        return;
+    const double ticks = *arguments.options.price / priceTick;
+    if (std::abs(ticks - std::round(ticks)) * priceTick > kTolerance)
+        throw CLI::ValidationError(command.get_name(),
+                                   fmt::format("--price is no multiple of the price tick {}", priceTick));
 }
 
 // Delivers the day to the panel as a terminal would, and returns when nothing is left to do.
@@ -48,7 +82,7 @@ Table replayedRows(const Arguments& arguments, const std::shared_ptr<const recor
     standin::Terminal terminal;
     terminal.instruments.add(day->instrument);
     terminal.instruments.setLastTradingDay(day->tradingDay);
-    const std::unique_ptr<Panel> panel = makePanel(arguments.panel, *day);
+    const std::unique_ptr<Panel> panel = makePanel(arguments.panel, *day, arguments.options);
 
     Progress progress("replaying");
     const recording::DataLayer* running = nullptr;
@@ -62,12 +96,19 @@ Table replayedRows(const Arguments& arguments, const std::shared_ptr<const recor
     data.waitUntilDelivered();
     data.stop();
     terminal.strands.waitIdle();
-    return panel->rows();
+    Table rows = panel->rows();
+    if (rows.isEmpty())
+        std::cerr << "tessi: note: " << panel->whyEmpty() << "\n";
+    return rows;
 }
 
-void replay(const Arguments& arguments)
+void replay(const Arguments& arguments, const CLI::App& command)
 {
-    const auto day = std::make_shared<const recording::RecordedDay>(recording::readDay(arguments.folder));
+    checkOptions(arguments, command);
+    const auto day = std::make_shared<recording::RecordedDay>(recording::readDay(arguments.folder));
+    checkPrice(arguments, day->instrument.priceTick, command);
+    if (!arguments.until.empty())
+        cutAt(*day, timeOn(day->tradingDay, arguments.until));
     if (arguments.panel.empty())
         printSummary(std::cout, *day, arguments.format);
     else
@@ -86,15 +127,23 @@ void addReplay(CLI::App& app)
     command->add_option("FOLDER", arguments->folder, "The folder of the day")->required()->check(notEmpty());
     command->add_option("--panel", arguments->panel, "What to print; without it, a summary of the day")
         ->check(CLI::IsMember(panelNames()));
+    command
+        ->add_option("--depth", arguments->options.depth, "Panel book: the best levels of each side; without it, all")
+        ->check(aboveZero());
+    command->add_option("--side", arguments->options.side, "Panel queue: bid or ask")
+        ->check(CLI::IsMember({"bid", "ask"}));
+    command->add_option("--price", arguments->options.price, "Panel queue: the price")->check(aboveZero());
     command->add_option("--format", arguments->format, "table, csv or json")
         ->transform(CLI::CheckedTransformer(formats))
         ->default_str("table");
     command->add_option("--history-until", arguments->historyUntil, "What is earlier comes as history, the rest live")
         ->check(clockTime());
+    command->add_option("--until", arguments->until, "Stop before the first record at this time or after it")
+        ->check(clockTime());
     command->add_option("--speed", arguments->speed, "Live records at this multiple of real time; 0 is at once")
-        ->check(CLI::NonNegativeNumber)
+        ->check(notBelowZero())
         ->capture_default_str();
-    command->final_callback([arguments] { replay(*arguments); });
+    command->final_callback([arguments, command] { replay(*arguments, *command); });
 }
 
 } // namespace tessi

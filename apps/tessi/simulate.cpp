@@ -44,7 +44,7 @@ void addSimulate(CLI::App& app)
     exchange::SimulationOptions& options = arguments->options;
     command->add_option("FOLDER", arguments->folder, "The new folder of the day")->required()->check(notEmpty());
     command->add_option("--seed", options.seed, "The same seed gives the same day")
-        ->check(CLI::NonNegativeNumber)
+        ->check(notBelowZero())
         ->capture_default_str();
     command->add_option("--date", options.tradingDay, "Trading day as yyyymmdd")
         ->check(calendarDate())

@@ -25,6 +25,12 @@ const char* escapeOf(Table::Tint tint)
     return "";
 }
 
+std::string inTable(const Table::Column& column, const std::string& cell)
+{
+    const bool isAbove0 = !cell.empty() && cell[0] != '-' && cell != "0";
+    return column.plus && isAbove0 ? "+" + cell : cell;
+}
+
 std::string quotedForCsv(const std::string& cell)
 {
     if (cell.find_first_of(",\"\n\r") == std::string::npos)
@@ -66,14 +72,14 @@ void Table::printTable(std::ostream& out, bool colours) const
     for (std::size_t c = 0; c < m_columns.size(); ++c) {
         std::size_t width = displayWidth(m_columns[c].name);
         for (const Row& row : m_rows)
-            width = std::max(width, displayWidth(row.cells[c]));
+            width = std::max(width, displayWidth(inTable(m_columns[c], row.cells[c])));
         widths.push_back(width);
     }
 
     const auto printRow = [&](const auto& cellOf) {
         std::string line;
         for (std::size_t c = 0; c < m_columns.size(); ++c) {
-            const std::string& cell = cellOf(c);
+            const std::string cell = cellOf(c);
             const std::string padding(widths[c] - displayWidth(cell), ' ');
             line += c ? "  " : "";
             line += m_columns[c].numeric ? padding + cell : cell + padding;
@@ -82,12 +88,12 @@ void Table::printTable(std::ostream& out, bool colours) const
         out << line;
     };
 
-    printRow([&](std::size_t c) -> const std::string& { return m_columns[c].name; });
+    printRow([&](std::size_t c) { return m_columns[c].name; });
     out << '\n';
     for (const Row& row : m_rows) {
         const bool tinted = colours && row.tint != Tint::None;
         out << (tinted ? escapeOf(row.tint) : "");
-        printRow([&](std::size_t c) -> const std::string& { return row.cells[c]; });
+        printRow([&](std::size_t c) { return inTable(m_columns[c], row.cells[c]); });
         out << (tinted ? "\033[0m\n" : "\n");
     }
 }

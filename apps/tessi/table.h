@@ -15,6 +15,7 @@ public:
     struct Column {
         std::string name;
         bool numeric = false;
+        bool plus = false; // numbers above 0 have a "+" in a table
     };
 
     // How a row stands out in a table on a terminal; other formats have no colours.
@@ -27,6 +28,8 @@ public:
 
     // Writes all rows. `colours` counts in format Table alone.
     void print(std::ostream& out, Format format, bool colours) const;
+
+    bool isEmpty() const { return m_rows.empty(); }
 
 private:
     struct Row {

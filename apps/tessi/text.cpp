@@ -15,6 +15,11 @@ std::string clockText(__int64 seconds)
     return fmt::format("{:02}:{:02}:{:02}", second / 3600, second / 60 % 60, second % 60);
 }
 
+std::string clockTextMs(__int64 milliseconds)
+{
+    return fmt::format("{}.{:03}", clockText(milliseconds / 1000), milliseconds % 1000);
+}
+
 std::string priceText(double price, double tick)
 {
     constexpr double kRejectedFrom = 1e20;

@@ -9,6 +9,9 @@ namespace tessi {
 // "hh:mm:ss" at UTC+8 of a time in seconds since the epoch.
 std::string clockText(__int64 seconds);
 
+// "hh:mm:ss.mmm" at UTC+8 of a time in milliseconds since the epoch.
+std::string clockTextMs(__int64 milliseconds);
+
 // A price with the digits of the tick; empty when there is no value.
 std::string priceText(double price, double tick);
 

@@ -9,7 +9,7 @@
 
 namespace tessi {
 
-TickPanel::TickPanel(const recording::RecordedDay& day)
+TickPanel::TickPanel(const recording::RecordedDay& day, const PanelOptions& /*options*/)
     : m_stream(recording::Stream::Quotes)
     , m_panelThread(utils::CSingletonT<net::RPCEngine>::instance()->getStrand("panel"))
 {
@@ -28,7 +28,7 @@ void TickPanel::subscribe(recording::DataLayer& data)
     });
 }
 
-Table TickPanel::rows() const
+Table TickPanel::rows()
 {
     Table table({{"time"},
                  {"price", true},

@@ -11,10 +11,11 @@ namespace tessi {
 // at a time: a strand of the panel's own plays the panel's thread.
 class TickPanel : public Panel {
 public:
-    explicit TickPanel(const recording::RecordedDay& day);
+    TickPanel(const recording::RecordedDay& day, const PanelOptions& options);
 
     void subscribe(recording::DataLayer& data) override;
-    Table rows() const override;
+    Table rows() override;
+    std::string whyEmpty() const override { return "no snapshot shows a trade"; }
 
 private:
     TC::CModelTransaction m_model;

@@ -9,7 +9,7 @@ using namespace tests;
 TEST(Arguments, shouldExplainWhenAskedForHelp)
 {
     const Scratch scratch;
-    for (const char* arguments : {"--help", "simulate --help", "import --help", "replay --help"}) {
+    for (const char* arguments : {"--help", "simulate --help", "import --help", "replay --help", "verify --help"}) {
         const Outcome run = scratch.tessi(arguments);
         EXPECT_EQ(run.exitCode, 0) << arguments;
         EXPECT_NE(run.out.find("Usage:"), std::string::npos) << arguments;

@@ -34,6 +34,19 @@ TEST(Table, shouldAlignColumnsWhenCharactersAreWide)
                                                 "none\n");
 }
 
+TEST(Table, shouldWriteASignOnlyInTablesWhenColumnWantsIt)
+{
+    Table table({{"change", true, true}});
+    for (const char* cell : {"12", "-3", "0", ""})
+        table.add({cell});
+    EXPECT_EQ(printed(table, Format::Table), "change\n"
+                                             "   +12\n"
+                                             "    -3\n"
+                                             "     0\n"
+                                             "\n");
+    EXPECT_EQ(printed(table, Format::Csv), "change\n12\n-3\n0\n\n");
+}
+
 TEST(Table, shouldColourRowsWhenWanted)
 {
     EXPECT_EQ(printed(prices(), Format::Table, true), "name      price\n"

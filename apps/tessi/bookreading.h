@@ -1,0 +1,28 @@
+#pragma once
+
+#include "indexui/tessimodel/cmodeldepththousand.h"
+
+#include <limits>
+
+namespace tessi {
+
+// One read of the thousand-level model: what CModelDepthThousand::checkUpdate gives. Rows by ascending price.
+struct BookReading {
+    explicit BookReading(TC::CModelDepthThousand& model)
+        : isNew(model.checkUpdate(flags, bids, asks, lastPrice, lastVolume, minPrice, maxPrice, maxAmount))
+    {}
+
+    static constexpr double kNoPrice = std::numeric_limits<double>::max();
+
+    int flags = 0;
+    TC::EntrustList bids;
+    TC::EntrustList asks;
+    double lastPrice = kNoPrice;
+    int lastVolume = 0; // hands
+    double minPrice = kNoPrice;
+    double maxPrice = 0;
+    double maxAmount = 0;
+    bool isNew; // false: nothing changed since the read before, and all the rest is empty
+};
+
+} // namespace tessi

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "apps/tessi/bookverifier.h"
+
+#include <iosfwd>
+#include <vector>
+
+namespace tessi {
+
+// A table with a line for each day; below it, for each day that differs, the first divergence with both books side by
+// side. With `misses` every snapshot without a match is listed.
+void printVerified(std::ostream& out, const std::vector<VerifiedDay>& days, bool misses, bool colours);
+
+// An array of one object a day, with the figures of the table; with `misses` each object lists them.
+void printVerifiedJson(std::ostream& out, const std::vector<VerifiedDay>& days, bool misses);
+
+} // namespace tessi

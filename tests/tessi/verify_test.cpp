@@ -1,0 +1,231 @@
+#include "exchange/simulator.h"
+#include "quoter/orderdata.h"
+#include "quoter/quoterdepthdata.h"
+#include "recording/dayfolder.h"
+#include "tests/support/recordeddays.h"
+#include "tests/tessi/command.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+using namespace tests;
+
+// A day whose book the ticks tell whole: without market orders, which rest unseen.
+recording::RecordedDay limitOrdersOnly()
+{
+    exchange::SimulationOptions options;
+    options.ordersPerDay = 1200;
+    options.marketOrdersPerMille = 0;
+    return exchange::simulateDay(options);
+}
+
+void write(const recording::RecordedDay& day, const Scratch& scratch, const std::string& name)
+{
+    recording::writeDay(day, scratch.path(name), recording::Compression::None);
+}
+
+// 100 shares more in the newest buy order at a price that a snapshot of the morning shows.
+recording::RecordedDay withAChangedOrder()
+{
+    recording::RecordedDay day = limitOrdersOnly();
+    auto event = day.events.begin() + static_cast<std::ptrdiff_t>(day.events.size() / 3);
+    event = std::find_if(event, day.events.end(),
+                         [](const recording::Event& e) { return e.stream == recording::Stream::Snapshots; });
+    const double price = static_cast<quoter::QuoterDepthData&>(*event->record).bidPrice[0];
+    while (event != day.events.begin()) {
+        --event;
+        const auto order = std::dynamic_pointer_cast<quoter::OrderData>(event->record);
+        if (order && order->bsFlag == quoter::kSideBuy && std::abs(order->price - price) < 1e-5) {
+            order->volume += 100;
+            break;
+        }
+    }
+    return day;
+}
+
+TEST(Verify, shouldSucceedWhenEverySnapshotIsAStateOfTheBook)
+{
+    const Scratch scratch;
+    write(limitOrdersOnly(), scratch, "day");
+    const Outcome run = scratch.tessi("verify day");
+    EXPECT_EQ(run.exitCode, 0) << run.out;
+    EXPECT_EQ(std::count(run.out.begin(), run.out.end(), '\n'), 2) << "a header and the day";
+    EXPECT_EQ(run.err, "");
+}
+
+TEST(Verify, shouldFailAndShowBothBooksWhenATickWasChanged)
+{
+    const Scratch scratch;
+    write(limitOrdersOnly(), scratch, "good");
+    write(withAChangedOrder(), scratch, "bad");
+    const Outcome run = scratch.tessi("verify good bad");
+    EXPECT_EQ(run.exitCode, 1);
+    const auto divergence = run.out.find("the first snapshot without a match");
+    ASSERT_NE(divergence, std::string::npos) << run.out;
+    EXPECT_EQ(run.out.find("the first snapshot without a match", divergence + 1), std::string::npos);
+    EXPECT_NE(run.out.find("no resting order explains it", divergence), std::string::npos) << run.out;
+    const std::string books = run.out.substr(divergence);
+    EXPECT_NE(books.find("side  price"), std::string::npos) << books;
+    EXPECT_NE(books.find("\n*  "), std::string::npos) << "lines that differ are marked: " << books;
+    EXPECT_NE(books.find("\n   ask"), std::string::npos) << "others are not: " << books;
+}
+
+TEST(Verify, shouldSucceedWhenNoMoreSnapshotsMissThanAllowed)
+{
+    const Scratch scratch;
+    write(withAChangedOrder(), scratch, "day");
+    const auto day = nlohmann::json::parse(scratch.tessi("verify day --json").out).at(0);
+    const int misses = day.at("snapshots").get<int>() - day.at("rawMatches").get<int>();
+    ASSERT_GT(misses, 0);
+    EXPECT_EQ(scratch.tessi("verify day --allow " + std::to_string(misses - 1)).exitCode, 1);
+    EXPECT_EQ(scratch.tessi("verify day --allow " + std::to_string(misses)).exitCode, 0);
+}
+
+TEST(Verify, shouldListWhatExplainsTheMissesWhenAsked)
+{
+    const Scratch scratch;
+    ASSERT_EQ(scratch.tessi("simulate day --seed 2 --orders 2500").exitCode, 0);
+    EXPECT_EQ(scratch.tessi("verify day").out.find("snapshots without a match"), std::string::npos);
+    const Outcome run = scratch.tessi("verify day --misses");
+    EXPECT_NE(run.out.find("snapshots without a match"), std::string::npos) << run.out;
+
+    const auto day = nlohmann::json::parse(scratch.tessi("verify day --misses --json").out).at(0);
+    const auto& misses = day.at("misses");
+    ASSERT_EQ(misses.size(), day.at("missesByMarketOrders").get<std::size_t>());
+    ASSERT_FALSE(misses.empty());
+    const auto& order = misses.at(0).at("explainedBy").at(0);
+    const std::string seq = std::to_string(order.at("seq").get<long long>());
+    EXPECT_NE(run.out.find("order " + seq + " (kind"), std::string::npos) << seq;
+    EXPECT_TRUE(order.at("kind") == 6 || order.at("kind") == 7) << order;
+    EXPECT_GT(order.at("price").get<double>(), 0) << "where the exchange has it";
+    EXPECT_GT(order.at("shares").get<long long>(), 0);
+    EXPECT_TRUE(order.at("side") == "bid" || order.at("side") == "ask");
+}
+
+TEST(Verify, shouldGiveAnObjectForEachDayWhenFormatIsJson)
+{
+    const Scratch scratch;
+    write(limitOrdersOnly(), scratch, "one");
+    write(withAChangedOrder(), scratch, "two");
+    const Outcome run = scratch.tessi("verify one two --json");
+    EXPECT_EQ(run.exitCode, 1);
+    const auto days = nlohmann::json::parse(run.out);
+    ASSERT_EQ(days.size(), 2u);
+    for (const auto& day : days) {
+        EXPECT_EQ(day.at("market"), "SZ");
+        EXPECT_EQ(day.at("code"), "009001");
+        EXPECT_EQ(day.at("day"), 20240315);
+        for (const char* figure : {"snapshots", "rawMatches", "newer", "correctedMatches", "parked", "forgotten"})
+            EXPECT_TRUE(day.at(figure).is_number_integer()) << figure;
+        EXPECT_EQ(day.at("newer"), day.at("correctedMatches"));
+    }
+    EXPECT_EQ(days[0].at("rawMatches"), days[0].at("snapshots"));
+    EXPECT_LT(days[1].at("rawMatches"), days[1].at("snapshots"));
+}
+
+TEST(Verify, shouldNameFileAndLineWhenADayIsSpoilt)
+{
+    const Scratch scratch;
+    write(limitOrdersOnly(), scratch, "good");
+    write(limitOrdersOnly(), scratch, "bad");
+    std::string orders = readFile(scratch.path("bad/orders.csv"));
+    const std::size_t line = orders.find('\n', orders.find('\n') + 1) + 1;
+    writeFile(scratch.path("bad/orders.csv"), orders.insert(orders.find(',', line) + 1, "x"));
+    const Outcome run = scratch.tessi("verify good bad");
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_EQ(run.out, "");
+    EXPECT_NE(run.err.find("bad/orders.csv:3"), std::string::npos) << run.err;
+    EXPECT_EQ(scratch.tessi("verify absent").exitCode, 3);
+}
+
+TEST(Verify, shouldFailWhenTheDayLacksAStream)
+{
+    for (const recording::Stream stream :
+         {recording::Stream::Orders, recording::Stream::Trades, recording::Stream::Snapshots}) {
+        const Scratch scratch;
+        recording::RecordedDay day = limitOrdersOnly();
+        std::erase(day.streams, stream);
+        std::erase_if(day.events, [stream](const recording::Event& event) { return event.stream == stream; });
+        write(day, scratch, "day");
+        const Outcome run = scratch.tessi("verify day");
+        EXPECT_EQ(run.exitCode, 3);
+        EXPECT_NE(run.err.find(recording::streamName(stream)), std::string::npos) << run.err;
+    }
+}
+
+TEST(Verify, shouldSayThatNothingWasComparedWhenTheDayHasNoContinuousTrading)
+{
+    const Scratch scratch;
+    recording::RecordedDay day = limitOrdersOnly();
+    const auto opening = std::find_if(day.events.begin(), day.events.end(), [](const recording::Event& event) {
+        return event.stream == recording::Stream::Trades && event.record->timetag % 86400000 == 5100000; // 09:25
+    });
+    ASSERT_NE(opening, day.events.end());
+    day.events.erase(opening, day.events.end());
+    write(day, scratch, "day");
+    const Outcome run = scratch.tessi("verify day");
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_NE(run.err.find("no snapshot of continuous trading"), std::string::npos) << run.err;
+}
+
+TEST(Verify, shouldFailWithUsageWhenArgumentsAreWrong)
+{
+    const Scratch scratch;
+    for (const char* arguments :
+         {"verify", "verify ''", "verify day --allow -1", "verify day --allow x", "verify day --format json"}) {
+        const Outcome run = scratch.tessi(arguments);
+        EXPECT_EQ(run.exitCode, 2) << arguments << "\n" << run.err;
+        EXPECT_EQ(run.out, "") << arguments;
+    }
+}
+
+struct Day {
+    const char* folder;
+    int snapshots, rawMatches;
+};
+
+void PrintTo(const Day& day, std::ostream* out)
+{
+    *out << day.folder;
+}
+
+class VerifyRecordedDays : public ::testing::TestWithParam<Day> {};
+
+// The exchange's own snapshots against the book from its own ticks. What does not match are orders of market kinds,
+// which the book does not show; and whatever the ticks say, a newer snapshot puts the read right.
+TEST_P(VerifyRecordedDays, shouldMatchAllButWhatMarketOrdersExplainWhenDayIsReal)
+{
+    const Day& day = GetParam();
+    const std::filesystem::path source = recordedDay(day.folder);
+    if (!std::filesystem::exists(source))
+        GTEST_SKIP() << "no recorded day " << source;
+
+    const Scratch scratch;
+    ASSERT_EQ(scratch.tessi("import '" + source.string() + "' day").exitCode, 0);
+    const int misses = day.snapshots - day.rawMatches;
+    const Outcome run = scratch.tessi("verify day --json --allow " + std::to_string(misses));
+    EXPECT_EQ(run.exitCode, 0) << run.out;
+    const auto verified = nlohmann::json::parse(run.out).at(0);
+    EXPECT_EQ(verified.at("snapshots"), day.snapshots);
+    EXPECT_EQ(verified.at("rawMatches"), day.rawMatches);
+    EXPECT_EQ(verified.at("missesByMarketOrders"), misses);
+    EXPECT_GT(verified.at("newer"), 1000);
+    EXPECT_EQ(verified.at("correctedMatches"), verified.at("newer"));
+    EXPECT_EQ(verified.at("forgotten"), 0);
+
+    EXPECT_EQ(scratch.tessi("verify '" + source.string() + "' --json --allow 1000").out, run.out)
+        << "files of the exchange are imported on the way";
+}
+
+INSTANTIATE_TEST_SUITE_P(Days, VerifyRecordedDays,
+                         ::testing::Values(Day{"szse-20171229-300446", 1851, 1841},
+                                           Day{"szse-20170103-000001", 4621, 4354},
+                                           Day{"sse-20230201-600519", 4841, 4841}),
+                         [](const auto& param) { return testName(param.param.folder); });
+
+} // namespace

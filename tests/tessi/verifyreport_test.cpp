@@ -1,0 +1,123 @@
+#include "apps/tessi/verifyreport.h"
+
+#include "tests/support/records.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <sstream>
+
+namespace {
+
+using tessi::VerifiedDay;
+
+VerifiedDay agreeing()
+{
+    VerifiedDay day;
+    day.market = "SZ";
+    day.code = "000001";
+    day.priceTick = 0.01;
+    day.day = 20240301;
+    day.snapshots = 100;
+    day.rawMatches = 100;
+    day.newer = 90;
+    day.correctedMatches = 90;
+    return day;
+}
+
+tessi::Miss missAt(const std::string& clock)
+{
+    tessi::Miss miss;
+    miss.arrival = 17;
+    miss.timetag = tests::timeOf(clock);
+    miss.dayVolume = 1200;
+    miss.hasVolume = true;
+    miss.snapshot = {{{1000, 10.00, 300}}, {{1001, 10.01, 500}, {1002, 10.02, 700}}};
+    miss.book = {{{1000, 10.00, 300}, {999, 9.99, 50}}, {{1002, 10.02, 700}}};
+    return miss;
+}
+
+std::string printed(const VerifiedDay& day, bool misses = false)
+{
+    std::ostringstream out;
+    tessi::printVerified(out, {day}, misses, false);
+    const std::string text = out.str();
+    return text.substr(text.find('\n', text.find('\n') + 1) + 1); // what comes below the table
+}
+
+TEST(VerifyReport, shouldEndWithTheTableWhenDayAgrees)
+{
+    EXPECT_EQ(printed(agreeing(), true), "");
+}
+
+TEST(VerifyReport, shouldShowBothBooksSideBySideWhenASnapshotMisses)
+{
+    VerifiedDay day = agreeing();
+    day.misses = {missAt("10:30:03"), missAt("10:30:06")};
+    day.misses[0].explainedBy = {{7, 6, false, 10.01, 500}};
+    EXPECT_EQ(printed(day), "\nSZ 000001 20240301: the first snapshot without a match, 10:30:03 at arrival 17, day "
+                            "volume 1200 shares; explained by resting order 7 (kind 6, sell) with 500 shares at 10.01\n"
+                            "   side  price  snapshot  book\n"
+                            "   ask   10.02       700   700\n"
+                            "*  ask   10.01       500\n"
+                            "   bid   10.00       300   300\n"
+                            "*  bid    9.99              50\n");
+}
+
+TEST(VerifyReport, shouldEndWhereTheSnapshotEndsWhenTheBookGoesDeeper)
+{
+    VerifiedDay day = agreeing();
+    day.misses = {missAt("10:30:03")};
+    for (int key = 999; key > 990; --key)
+        day.misses[0].snapshot.bids.push_back({key, key / 100.0, 50});
+    day.misses[0].book.bids = day.misses[0].snapshot.bids;
+    day.misses[0].book.bids.push_back({990, 9.90, 50});
+    const std::string text = printed(day);
+    EXPECT_NE(text.find("bid    9.91        50    50\n"), std::string::npos) << text;
+    EXPECT_EQ(text.find("9.90"), std::string::npos) << "what a full side cannot see is no difference: " << text;
+}
+
+TEST(VerifyReport, shouldShowWhatAReadGaveWhenANewerSnapshotWasNotShown)
+{
+    VerifiedDay day = agreeing();
+    day.correctedMatches = 89;
+    day.wrongRead = {21, tests::timeOf("10:31:00"), 12, {{{1000, 10.00, 3}}, {}}, {{{1000, 10.00, 4}}, {}}};
+    EXPECT_EQ(printed(day), "\nSZ 000001 20240301: the first newer snapshot that a read does not show, 10:31:00 at "
+                            "arrival 21, in hands\n"
+                            "   side  price  snapshot  read\n"
+                            "*  bid   10.00         3     4\n");
+}
+
+TEST(VerifyReport, shouldListEveryMissWhenAsked)
+{
+    VerifiedDay day = agreeing();
+    day.misses = {missAt("10:30:03"), missAt("10:30:06"), missAt("10:30:09")};
+    day.misses[0].explainedBy = {{7, 6, false, 10.01, 200}, {9, 7, false, 10.01, 300}};
+    day.misses[2].hasVolume = false;
+    const std::string text = printed(day, true);
+    EXPECT_EQ(text.substr(text.rfind("\n\n") + 2),
+              "SZ 000001 20240301: snapshots without a match\n"
+              "time      arrival  day volume  explanation\n"
+              "10:30:03       17        1200  explained by resting order 7 (kind 6, sell) with 200 shares at 10.01, "
+              "order 9 (kind 7, sell) with 300 shares at 10.01\n"
+              "10:30:06       17        1200  no resting order explains it\n"
+              "10:30:09       17        1200  no state of the book has this day volume\n");
+}
+
+TEST(VerifyReport, shouldCountMissesByWhatExplainsThemWhenFormatIsJson)
+{
+    VerifiedDay day = agreeing();
+    day.misses = {missAt("10:30:03"), missAt("10:30:06"), missAt("10:30:09"), missAt("10:30:12")};
+    day.misses[0].explainedBy = {{7, 6, false, 10.01, 500}};
+    day.misses[1].explainedBy = {{7, 2, false, 10.01, 200}, {8, 1, false, 10.01, 300}};
+    std::ostringstream out;
+    tessi::printVerifiedJson(out, {day}, true);
+    const auto json = nlohmann::json::parse(out.str()).at(0);
+    EXPECT_EQ(json.at("missesByMarketOrders"), 1);
+    EXPECT_EQ(json.at("missesByOtherOrders"), 1) << "one limit order is enough";
+    EXPECT_EQ(json.at("missesUnexplained"), 2);
+    EXPECT_EQ(json.at("misses").size(), 4u);
+    EXPECT_EQ(json.at("misses").at(1).at("explainedBy").at(1).at("seq"), 8);
+}
+
+} // namespace
