@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Builds the command line tool and replays a day: the one in the folder given, or a day simulated on the spot.
+# Builds the command line tool and replays a day, the one in the folder given or one simulated on the spot: its tick
+# list, its order book in mid-morning, and a summary.
 #
 #     ./demo.sh [FOLDER]
 set -euo pipefail
@@ -26,5 +27,7 @@ if [ -z "$day" ]; then
 fi
 
 "$tessi" replay "$day" --panel ticks
+echo
+"$tessi" replay "$day" --panel book --depth 5 --until 10:30:00
 echo
 "$tessi" replay "$day"
