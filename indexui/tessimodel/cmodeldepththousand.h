@@ -152,11 +152,7 @@ protected:
 
 private:
     struct ReadSide;
-    using Stock = std::shared_ptr<ztservice::CInstrumentDetail>;
 
-    Stock stockFor(const Batch& batch) const;
-    int flagsOfSnapshot(__int64 timetag) const;
-    void leaveRows();
     bool readRows(ReadSide side, EntrustList& rows, detail::RowExtremes extremes);
     bool correctRows(ReadSide side);
     ReadSide bidSide();
@@ -188,7 +184,6 @@ public:
 
     // Keeps copies of the rows under the instrument's key, in place of older ones. The row objects are shared.
     void setData(const std::string& key, const EntrustRows& asks, const EntrustRows& bids);
-
     void setData(const std::string& key, EntrustRows&& asks, EntrustRows&& bids); // takes them over
 
     // Copies of the rows kept. False, and nothing is touched, when the key is not held for both sides.

@@ -2,8 +2,8 @@
 
 #include "indexui/tessimodel/detail/bookrows.h"
 #include "indexui/tessimodel/detail/livewrite.h"
+#include "indexui/tessimodel/detail/modelstate.h"
 #include "indexui/tessimodel/detail/numbers.h"
-#include "indexui/tessimodel/detail/tickhistory.h"
 #include "indexui/tessimodel/liveread.h"
 #include "utils/stockkey.h"
 

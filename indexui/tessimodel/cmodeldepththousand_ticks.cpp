@@ -91,20 +91,14 @@ private:
 
 void CModelDepthThousand::doEntrust(int, int batchKind, const Batch& batch)
 {
-    if (const InstrumentPtr stock = stockFor(batch))
+    if (const InstrumentPtr stock = stockFor(*this, batch))
         takeOrders(*this, TickRules(*this, stock), batchKind, batch->records);
 }
 
 void CModelDepthThousand::doTransaction(int, int batchKind, const Batch& batch)
 {
-    if (const InstrumentPtr stock = stockFor(batch))
+    if (const InstrumentPtr stock = stockFor(*this, batch))
         takeTrades(*this, TickRules(*this, stock), batchKind, batch->records);
-}
-
-std::shared_ptr<ztservice::CInstrumentDetail> CModelDepthThousand::stockFor(const Batch& batch) const
-{
-    const ModelLock lock(m_mutex);
-    return isFor(batch, m_stock) ? m_stock : nullptr;
 }
 
 } // namespace TC

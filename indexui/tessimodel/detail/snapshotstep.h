@@ -1,12 +1,15 @@
 #pragma once
 
 #include "indexui/tessimodel/detail/markets.h"
+#include "indexui/tessimodel/detail/modelstate.h"
+#include "indexui/tessimodel/detail/snapshotrows.h"
 #include "indexui/tessimodel/detail/volumestep.h"
+#include "indexui/tessimodel/updateflags.h"
 #include "IndexUtils/instrumentdetails.h"
 #include "quoter/quoterdepthdata.h"
 
-// How a book model follows the latest step of the day volume, over the members that the models share by name
-// (m_stock, m_quoter, m_quoterLastVolume, m_hasAfterHours, m_afterHoursVolume). The caller holds m_mutex.
+// How a book model takes a snapshot and follows the latest step of the day volume, over the members that the models
+// share by name. The steps are taken under m_mutex.
 namespace TC::detail {
 
 using DepthPtr = std::shared_ptr<quoter::QuoterDepthData>;
@@ -45,6 +48,45 @@ void takeLiveStep(Model& model, const DepthPtr& last, DayVolume dayVolume)
         model.m_afterHoursVolume = model.m_quoterLastVolume;
         model.m_quoterLastVolume = low32(dayVolume(last));
     }
+}
+
+// What a snapshot raises. It shows only where it is newer than the ticks, unless ticks raise nothing themselves.
+template <class Model>
+int flagsOfSnapshot(const Model& model, __int64 timetag)
+{
+    const __int64 ticksTimetag = model.m_book.m_lastTimetag;
+    if (model.m_loadedHistory != kBothLoaded || !(model.m_suppressTickFlags || timetag > ticksTimetag))
+        return 0;
+    if (ticksTimetag == 0)
+        return kUpdateRebuilt;
+    return model.m_suppressTickFlags ? kUpdateLevels : kUpdateInPlace;
+}
+
+// Takes a batch of snapshots, of which only the last becomes rows: one that is newer than the last taken, and of
+// continuous trading, since the prices of an auction are indicative. `takeStep` follows the day volume.
+template <class Model, class TakeStep>
+void takeSnapshots(Model& model, const BatchPtr& batch, const TakeStep& takeStep)
+{
+    if (!stockFor(model, batch) || batch->records.empty())
+        return;
+    const auto last = recordAs<quoter::QuoterDepthData>(batch->records.back());
+    if (!last || last->timetag <= model.m_quoterTimetag)
+        return;
+    model.m_continuous = isContinuousTrading(*last);
+    if (!model.m_continuous)
+        return;
+    model.m_quoterTimetag = last->timetag;
+    const int flags = flagsOfSnapshot(model, last->timetag);
+
+    const ModelLock lock(model.m_mutex);
+    if (!isFor(batch, model.m_stock))
+        return; // the model has moved on to another instrument meanwhile
+    const DayVolume dayVolume{model.m_isNewLoan};
+    model.m_quoterLastPrice = getLastPriceEx(dayVolume.isNewLoan, last);
+    takeStep(last, dayVolume);
+    model.m_askFloor = takeAsks(*last, model.m_priceTick, model.m_snapshotAsks);
+    model.m_bidCeiling = takeBids(*last, model.m_priceTick, model.m_snapshotBids);
+    model.m_updateFlags |= flags; // last: who takes them finds the rows of this snapshot
 }
 
 } // namespace TC::detail

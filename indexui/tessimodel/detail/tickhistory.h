@@ -1,11 +1,10 @@
 #pragma once
 
 #include "indexui/tessimodel/detail/batch.h"
+#include "indexui/tessimodel/detail/modelstate.h"
 #include "indexui/tessimodel/detail/numbers.h"
 #include "indexui/tessimodel/detail/tickbook.h"
 
-#include <boost/thread/locks.hpp>
-#include <boost/thread/recursive_mutex.hpp>
 #include <boost/unordered/unordered_flat_map.hpp>
 #include <boost/unordered/unordered_flat_set.hpp>
 
@@ -34,11 +33,6 @@
 // can slip between two records, and is free while the book works.
 namespace TC::detail {
 
-// Bits of m_loadedHistory and m_dataReady.
-inline constexpr int kTradesLoaded = 1;
-inline constexpr int kOrdersLoaded = 2;
-inline constexpr int kBothLoaded = 3;
-
 // A cancel consumes its order whatever the size.
 inline constexpr int kCancelConsumesAll = 1000000000;
 
@@ -48,7 +42,6 @@ using OrderList = std::vector<OrderPtr>;
 using TradeList = std::vector<TradePtr>;
 using DealVolumes = boost::unordered_flat_map<__int64, int>; // by order seq
 using ConsumedSeqs = boost::unordered_flat_set<__int64>;     // orders that were dealt away before they were seen
-using ModelLock = boost::unique_lock<boost::recursive_mutex>;
 
 inline void addDealt(DealVolumes& volumes, const quoter::TransactionData& trade)
 {

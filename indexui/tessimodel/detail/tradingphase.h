@@ -1,10 +1,23 @@
 #pragma once
 
+#include "ztservice/instrumentdetail.h"
+#include "ztservice/stocktypecenter.h"
+
 // The after-hours fixed-price phase, as snapshots show it in their tradeStatus.
 namespace TC::detail {
 
 inline constexpr int kStatusAfterHours = 22;
 inline constexpr int kStatusAfterHoursClosed = 23;
+
+// Whether the instrument has such a phase, by its types in its own market.
+inline bool hasAfterHoursPhase(const ztservice::CInstrumentDetail& stock)
+{
+    constexpr int kTypeAfterHours = 277;
+    constexpr int kTypeAfterHoursSz = 10006;
+    const auto types = utils::CSingletonT<ztservice::StockTypeCenter>::instance();
+    return types->isTypedStock(kTypeAfterHours, stock.market, stock.code) ||
+           types->isTypedStock(kTypeAfterHoursSz, stock.market, stock.code);
+}
 
 // After the close, whether there is an after-hours phase or not.
 inline bool isAfterHours(int tradeStatus)

@@ -1,0 +1,110 @@
+#pragma once
+
+#include "Formula/stockmanager.h"
+#include "indexui/tessimodel/cmodeldepththousand.h"
+#include "indexui/tessimodel/detail/log.h"
+#include "indexui/tessimodel/detail/modelstate.h"
+#include "indexui/tessimodel/detail/numbers.h"
+#include "indexui/tessimodel/detail/release.h"
+#include "indexui/tessimodel/detail/sharesperhand.h"
+#include "indexui/tessimodel/detail/snapshotrows.h"
+#include "indexui/tessimodel/detail/tradingphase.h"
+#include "IndexUtils/instrumentdetails.h"
+#include "utils/stockkey.h"
+
+#include <boost/thread/lock_guard.hpp>
+
+#include <utility>
+
+// How a model of a whole book is set up, logs and is cleared, over the members that such models share by name.
+namespace TC::detail {
+
+// Price tick, shares per hand, after-hours phase and last close from the model's instrument, for its book too.
+template <class Model>
+void initBookStockParams(Model& model)
+{
+    const ModelLock lock(model.m_mutex);
+    const InstrumentPtr& stock = model.m_stock;
+    model.m_priceTick = stock ? getDetailPriceTick(stock) : kDefaultPriceTick;
+    model.m_volumeUnit = stock ? sharesPerHand(*stock) : 1;
+    model.m_hasAfterHours = stock && hasAfterHoursPhase(*stock);
+    model.m_lastClose = getDetailLastClose(stock);
+
+    const boost::lock_guard<RecursiveLock> bookLock(model.m_book.m_mutex);
+    model.m_book.m_stock = stock;
+    model.m_book.m_priceTick = model.m_priceTick;
+    model.m_book.m_volumeUnit = model.m_volumeUnit;
+}
+
+// Follows the instrument of a key; what was saved of it raises an update.
+template <class Model>
+void followBookStock(Model& model, const QString& key)
+{
+    {
+        // One lock over both, so that no snapshot is keyed with the tick of the former instrument.
+        const ModelLock lock(model.m_mutex);
+        model.m_stock = utils::CSingletonT<CStockManager>::instance()->getInstrumentDetail(key);
+        initBookStockParams(model);
+    }
+    if (utils::CSingletonT<CDepthThousandModelManager>::instance()->checkData(key.toStdString()))
+        model.m_updateFlags = kUpdateRebuilt;
+}
+
+template <class Model>
+QString stockKeyOf(const Model& model)
+{
+    const InstrumentPtr stock = stockOf(model);
+    return stock ? QString::fromStdString(utils::zlStockKey(stock->market, stock->code)) : QString();
+}
+
+// Takes the model's lock for a batch that is logged only: a push must not wait for a panel that reads.
+template <class Model>
+void logBatch(const Model& model, const char* function, const BatchPtr& batch,
+              const boost::source_location& where = BOOST_CURRENT_LOCATION)
+{
+    if (batch && isDataReturnLogged(batch->records))
+        logDataReturn(&model, function, stockOf(model), batch, where);
+}
+
+// Hands the rows to the manager: a panel that comes back to the instrument has some to show at once. The caller holds
+// m_mutex.
+template <class Model>
+void leaveRows(Model& model)
+{
+    const InstrumentPtr& stock = model.m_stock;
+    // Models that the manager itself takes down have nobody to leave rows to; asking would make a new manager.
+    if (!stock || (model.m_askRows.empty() && model.m_bidRows.empty()) || !CDepthThousandModelManager::exists())
+        return;
+    utils::CSingletonT<CDepthThousandModelManager>::instance()->setData(
+        utils::zlStockKey(stock->market, stock->code), std::move(model.m_askRows), std::move(model.m_bidRows));
+}
+
+// Back to the state with no data. Instrument and settings stay. The caller holds m_mutex.
+template <class Model>
+void clearBookModel(Model& model)
+{
+    leaveRows(model);
+    model.m_priceTick = kDefaultPriceTick;
+    model.m_lastClose = kNoValue;
+    model.m_tickLastPrice = kNoValue;
+    model.m_quoterLastPrice = kNoValue;
+    model.m_tickLastVolume = 0;
+    model.m_quoterLastVolume = 0;
+    model.m_afterHoursVolume = 0;
+    model.m_quoterVolumeTime = 0;
+    model.m_quoter.reset();
+    releaseLater(model.m_orders, model.m_transactions, model.m_snapshotAsks, model.m_snapshotBids, model.m_dealVolumes,
+                 model.m_askRows, model.m_bidRows);
+    model.m_askFloor = kNoAskFloor;
+    model.m_bidCeiling = 0;
+    model.m_quoterTimetag = 0;
+    model.m_reserved = 0;
+    model.m_continuous = false;
+    model.m_loadedHistory = 0;
+    model.m_dataReady = 0;
+    model.m_updateFlags = kUpdateRebuilt;
+    model.m_book.clearAll();
+    initBookStockParams(model);
+}
+
+} // namespace TC::detail
