@@ -7,7 +7,6 @@
 
 #include <boost/make_shared.hpp>
 #include <boost/thread/lock_guard.hpp>
-#include <boost/thread/locks.hpp>
 
 #include <iterator>
 
@@ -91,8 +90,10 @@ public:
     {
         leaveQuotes(*place->queue);
         if (place->row)
-            m_book.m_spareRows.erase(rows(), place->rowEntry, true);
-        m_book.m_spareLevels.erase(levels(), place->levelEntry, !place->queue->m_lent);
+            m_book.m_spareRows.erase(rows(), place->rowEntry);
+        if (place->queue->m_lent)
+            place->levelEntry->second.reset(); // it is not used again: a panel read it by its own lock
+        m_book.m_spareLevels.erase(levels(), place->levelEntry);
         keysChanged() = true;
         *place = {};
     }

@@ -27,10 +27,10 @@ public:
         return map.insert(before, std::move(node));
     }
 
-    void erase(Map& map, typename Map::iterator entry, bool keepObject)
+    void erase(Map& map, typename Map::iterator entry)
     {
         auto node = map.extract(entry);
-        if (!keepObject || node.mapped().use_count() != 1)
+        if (node.mapped().use_count() != 1)
             node.mapped().reset();
         m_spare.push_back(std::move(node));
     }
