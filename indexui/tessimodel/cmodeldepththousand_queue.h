@@ -1,6 +1,7 @@
 #pragma once
 
 #include "indexui/tessimodel/export.h"
+#include "indexui/tessimodel/liveread.h"
 #include "utils/int64.h"
 
 #include <boost/shared_ptr.hpp>
@@ -35,6 +36,17 @@ struct TESSIMODEL_EXPORT EntrustData {
     int delta = 0;   // latest change in hands: above 0 an order, below 0 a trade or cancel, 0 none or faded
     int number = -1; // orders at the price; -1 when unknown
 };
+
+inline SingleQuote readLive(const SingleQuote& quote)
+{
+    return {readLive(quote.timetag), readLive(quote.seq), readLive(quote.volume), readLive(quote.dealVolume),
+            readLive(quote.status)};
+}
+
+inline EntrustData readLive(const EntrustData& row)
+{
+    return {readLive(row.price), readLive(row.volume), readLive(row.delta), readLive(row.number)};
+}
 
 using EntrustRows = std::map<int, boost::shared_ptr<EntrustData>>; // by price key, ascending
 using EntrustList = std::vector<boost::shared_ptr<EntrustData>>;   // by ascending price

@@ -80,9 +80,6 @@ public:
 private:
     int toHands(int volume) const { return volume == 0 ? 0 : handsRounded(volume, m_model.m_volumeUnit); }
 
-    // Room for a quarter more than the history, so that the indices of a running day seldom grow.
-    static std::size_t withGrowth(std::size_t ticks) { return ticks + ticks / 4; }
-
     CModelDepthThousand& m_model;
     const InstrumentPtr m_stock;
 };

@@ -20,4 +20,11 @@ __int64 timeOf(const std::string& clock)
     return utils::timeToMilliseconds(2024, 3, 1, part(0, 2), part(3, 2), part(6, 2)) + part(9, 3);
 }
 
+std::string clockOf(__int64 second)
+{
+    const int ofDay = utils::d8_getSecondFromZero(second);
+    const auto part = [](int number) { return (number < 10 ? "0" : "") + std::to_string(number); };
+    return part(ofDay / 3600) + ":" + part(ofDay / 60 % 60) + ":" + part(ofDay % 60);
+}
+
 } // namespace tests

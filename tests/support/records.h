@@ -23,6 +23,9 @@ using Records = std::vector<std::shared_ptr<quoter::QuoterBase>>;
 // A time of the test day, 2024-03-01, given as "hh:mm:ss" or "hh:mm:ss.mmm" at UTC+8, in milliseconds.
 __int64 timeOf(const std::string& clock);
 
+// "hh:mm:ss" of a time in seconds, as rows and keys hold it.
+std::string clockOf(__int64 second);
+
 // A level of a snapshot: price and volume in hands.
 struct SnapshotLevel {
     double price;
@@ -147,6 +150,7 @@ public:
 
     Trade& at(double price) { return m_record->price = price, *this; }
     Trade& shares(__int64 volume) { return m_record->volume = volume, *this; }
+    Trade& flag(int tradeFlag) { return m_record->tradeFlag = tradeFlag, *this; }
     Trade& time(const std::string& clock) { return m_record->timetag = timeOf(clock), *this; }
 
     operator std::shared_ptr<quoter::QuoterBase>() const { return m_record; }

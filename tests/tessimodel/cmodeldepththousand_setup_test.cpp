@@ -1,5 +1,6 @@
 #include "tests/support/layout.h"
 #include "tests/support/logtext.h"
+#include "tests/tessimodel/handcases.h"
 #include "tests/tessimodel/thousandmodel.h"
 #include "utils/stockkey.h"
 
@@ -67,48 +68,29 @@ TEST_F(ThousandSetUpTest, shouldKeepMembersInOrderWhenLaidOut)
 
 // --- the instrument -------------------------------------------------------------------------------------------
 
-struct TypeCase {
-    const char* market;
-    std::set<int> types;
-    std::set<int> shenzhenTwinTypes; // of the instrument with the same code in SZ
-    int unit;
-    bool afterHours;
-};
-
-// Type 100017 is asked for with the market "SZ", whatever the instrument's own market is; 126 counts in SH only.
-TEST_F(ThousandSetUpTest, shouldTakeUnitAndAfterHoursPhaseFromTheTypesWhenSetUp)
+TEST_F(ThousandSetUpTest, shouldTakeSharesPerHandFromTheTypesWhenSetUp)
 {
-    const TypeCase cases[] = {
-        {"SH", {}, {}, 100, false},
-        {"SZ", {}, {}, 100, false},
-        {"SH", {100016}, {}, 10, false},
-        {"BJ", {100016}, {}, 10, false},
-        {"SZ", {100017}, {}, 10, false},
-        {"BJ", {}, {100017}, 10, false},
-        {"SZSE", {}, {100017}, 10, false},
-        {"BJ", {100017}, {}, 100, false},
-        {"SZSE", {100017}, {}, 100, false},
-        {"SH", {100017}, {}, 10, false},
-        {"SH", {126}, {}, 10, false},
-        {"SZ", {126}, {}, 100, false},
-        {"SSE", {126}, {}, 100, false},
-        {"SSE", {100017}, {}, 100, false},
-        {"sh", {126}, {}, 100, false},
-        {"SH", {277}, {}, 100, true},
-        {"SZ", {10006}, {}, 100, true},
-        {"SSE", {277, 10006, 100016}, {}, 10, true},
-        {"SH", {}, {277, 10006, 100016, 126}, 100, false},
-    };
-    int code = 600000;
-    for (const TypeCase& c : cases) {
-        const std::string name = std::to_string(++code);
-        SCOPED_TRACE(std::string(c.market) + " case " + name);
-        if (!c.shenzhenTwinTypes.empty())
-            terminal.instruments.add(stock("SZ", name, c.shenzhenTwinTypes));
-        follow(c.market, name, c.types);
-        EXPECT_EQ(model.m_volumeUnit, c.unit);
-        EXPECT_EQ(model.m_hasAfterHours, c.afterHours);
+    expectHandsByType(terminal, model);
+}
+
+TEST_F(ThousandSetUpTest, shouldTakeTheAfterHoursPhaseFromTheTypesWhenSetUp)
+{
+    const struct {
+        const char* market;
+        std::set<int> types;
+        bool hasAfterHours;
+    } cases[] = {{"SH", {}, false},
+                 {"SH", {277}, true},
+                 {"SZ", {10006}, true},
+                 {"SSE", {277, 10006, 100016}, true},
+                 {"SH", {100016, 126}, false}};
+    for (const auto& c : cases) {
+        follow(c.market, "600001", c.types);
+        EXPECT_EQ(model.m_hasAfterHours, c.hasAfterHours) << c.market;
     }
+    terminal.instruments.add(stock("SZ", "600002", {277, 10006}));
+    follow("SH", "600002");
+    EXPECT_FALSE(model.m_hasAfterHours) << "the types of another market's instrument";
 }
 
 TEST_F(ThousandSetUpTest, shouldGiveTheBookItsSettingsWhenInstrumentIsKnown)

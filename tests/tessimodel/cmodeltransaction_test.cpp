@@ -3,6 +3,7 @@
 #include "Formula/formulaparam.h"
 #include "tests/support/layout.h"
 #include "tests/support/records.h"
+#include "tests/support/requests.h"
 #include "tests/tessimodel/transactiontest.h"
 
 #include <cfloat>
@@ -128,49 +129,20 @@ TEST_F(TransactionTest, shouldAskForConnectLinksOnlyWhenMarketDoesNotTell)
 
 // --- the request --------------------------------------------------------------------------------------------------
 
-// A request with a strange value in every field.
-TC::CFormulaParam nonsense()
-{
-    TC::CFormulaParam param;
-    param.subscriptionId = 7;
-    param.market = "m";
-    param.stockCode = "c";
-    param.rangeFlags = 3;
-    param.dataName = "d";
-    param.beginTime = {1, 2};
-    param.endTime = {3, 4};
-    param.period = 5;
-    return param;
-}
-
 TEST_F(TransactionTest, shouldAskForTheLastTradingDayWhenRequested)
 {
     terminal.instruments.setLastTradingDay(20240301);
     follow("SZ", "000001");
-    TC::CFormulaParam param = nonsense();
+    TC::CFormulaParam param = strangeRequest();
     model.getParams(param);
-    EXPECT_EQ(param.subscriptionId, 7);
-    EXPECT_EQ(param.market, "SZ");
-    EXPECT_EQ(param.stockCode, "000001");
-    EXPECT_EQ(param.rangeFlags, 0);
-    EXPECT_EQ(param.dataName, "QUOTERVOL");
-    EXPECT_EQ(param.beginTime, (quoter::TimeSeq{timeOf("00:00:00"), 0}));
-    EXPECT_EQ(param.endTime, quoter::TimeSeq::TIME_LASTED);
-    EXPECT_EQ(param.period, 60000);
+    EXPECT_EQ(requestText(param), requestText(requestByVolume("SZ", "000001", timeOf("00:00:00"))));
 }
 
 TEST_F(TransactionTest, shouldLeaveRequestAsItWasWhenWithoutInstrument)
 {
-    TC::CFormulaParam param = nonsense();
+    TC::CFormulaParam param = strangeRequest();
     model.getParams(param);
-    EXPECT_EQ(param.subscriptionId, 7);
-    EXPECT_EQ(param.market, "m");
-    EXPECT_EQ(param.stockCode, "c");
-    EXPECT_EQ(param.rangeFlags, 3);
-    EXPECT_EQ(param.dataName, "d");
-    EXPECT_EQ(param.beginTime, (quoter::TimeSeq{1, 2}));
-    EXPECT_EQ(param.endTime, (quoter::TimeSeq{3, 4}));
-    EXPECT_EQ(param.period, 5);
+    EXPECT_EQ(requestText(param), requestText(strangeRequest()));
 }
 
 // --- clear, copies, rows ------------------------------------------------------------------------------------------

@@ -6,10 +6,9 @@
 #include "indexui/tessimodel/detail/modelstate.h"
 #include "indexui/tessimodel/detail/numbers.h"
 #include "indexui/tessimodel/detail/release.h"
-#include "indexui/tessimodel/detail/sharesperhand.h"
 #include "indexui/tessimodel/detail/snapshotrows.h"
+#include "indexui/tessimodel/detail/stockparams.h"
 #include "indexui/tessimodel/detail/tradingphase.h"
-#include "IndexUtils/instrumentdetails.h"
 #include "utils/stockkey.h"
 
 #include <boost/thread/lock_guard.hpp>
@@ -25,10 +24,8 @@ void initBookStockParams(Model& model)
 {
     const ModelLock lock(model.m_mutex);
     const InstrumentPtr& stock = model.m_stock;
-    model.m_priceTick = stock ? getDetailPriceTick(stock) : kDefaultPriceTick;
-    model.m_volumeUnit = stock ? sharesPerHand(*stock) : 1;
+    takeStockParams(model);
     model.m_hasAfterHours = stock && hasAfterHoursPhase(*stock);
-    model.m_lastClose = getDetailLastClose(stock);
 
     const boost::lock_guard<RecursiveLock> bookLock(model.m_book.m_mutex);
     model.m_book.m_stock = stock;

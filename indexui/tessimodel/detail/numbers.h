@@ -34,6 +34,12 @@ inline bool isLess(double a, double b)
     return a - b < -kTolerance;
 }
 
+// Apart by more than the tolerance. A NaN is not, else a figure that is one would change for ever.
+inline bool isDifferent(double a, double b)
+{
+    return std::abs(a - b) > kTolerance;
+}
+
 inline bool isZero(double value)
 {
     return isEqual(value, 0.0);
@@ -82,6 +88,13 @@ constexpr __int64 difference64(__int64 a, __int64 b)
     return static_cast<__int64>(static_cast<unsigned long long>(a) - static_cast<unsigned long long>(b));
 }
 
+// How far two figures lie apart.
+constexpr __int64 distance64(__int64 a, __int64 b)
+{
+    const __int64 difference = difference64(a, b);
+    return difference < 0 ? difference64(0, difference) : difference;
+}
+
 // Truncates toward zero. What does not fit, NaN included, gives the lowest int, as the processor's own conversion
 // does.
 constexpr int truncated32(double value)
@@ -100,9 +113,14 @@ constexpr int priceKey(double price, double priceTick)
 
 // Shares to hands, truncated. Any volume below one hand, none included, counts as one hand: a row never shows less.
 // `sharesPerHand` is at least 1.
+constexpr __int64 handsFloor64(__int64 shares, int sharesPerHand)
+{
+    return shares >= sharesPerHand ? shares / sharesPerHand : 1;
+}
+
 constexpr int handsFloor(__int64 shares, int sharesPerHand)
 {
-    return shares >= sharesPerHand ? low32(shares / sharesPerHand) : 1;
+    return low32(handsFloor64(shares, sharesPerHand));
 }
 
 // Shares to hands, rounded to nearest. Below one hand as above.

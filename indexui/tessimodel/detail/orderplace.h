@@ -1,11 +1,10 @@
 #pragma once
 
 #include "indexui/tessimodel/cmodeldepththousand_queue.h"
+#include "indexui/tessimodel/detail/seqhash.h"
 
 #include <boost/unordered/unordered_flat_map.hpp>
 #include <boost/unordered/unordered_flat_set.hpp>
-
-#include <cstddef>
 
 namespace TC::detail {
 
@@ -18,17 +17,6 @@ struct OrderPlace {
     SingleQueue::Quotes::iterator quote;
 
     operator int() const { return key; } // NOLINT(google-explicit-constructor): the key is what it stands for
-};
-
-// Mixes seqs, and pairs of them in one number, well enough for a table that is a power of two.
-struct SeqHash {
-    using is_avalanching = void;
-
-    std::size_t operator()(__int64 seq) const noexcept
-    {
-        const auto product = static_cast<std::size_t>(seq) * 0x9E3779B97F4A7C15U; // 2^64 over the golden ratio
-        return product ^ (product >> 32U);
-    }
 };
 
 using OrderPlaces = boost::unordered_flat_map<__int64, OrderPlace, SeqHash>; // by order seq

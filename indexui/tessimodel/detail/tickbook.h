@@ -2,6 +2,7 @@
 
 #include "indexui/tessimodel/detail/batch.h"
 #include "indexui/tessimodel/detail/numbers.h"
+#include "indexui/tessimodel/detail/orderkind.h"
 #include "indexui/tessimodel/detail/orderplace.h"
 #include "indexui/tessimodel/updateflags.h"
 #include "quoter/orderdata.h"
@@ -38,37 +39,19 @@ using TradePtr = std::shared_ptr<quoter::TransactionData>;
 // Cancels reach a book as trades only, whatever the market.
 inline bool isBookOrder(const quoter::OrderData& order)
 {
-    constexpr int kNoKind = 0;
-    constexpr int kFundUnits = 3; // creation or redemption of fund units trades with nobody
     return !(order.bsFlag == quoter::kSideCancelBuy || order.orderKind == kNoKind || order.orderKind == kFundUnits);
 }
 
-// Market orders of all kinds carry no price to go by; each kind has a level of its own.
+// Orders without a price have a level for each kind.
 inline int bookKey(const quoter::OrderData& order, double priceTick)
 {
-    switch (order.orderKind) {
-    case 2:
-    case 4:
-    case 5:
-    case 6:
-    case 7:
-        return -order.orderKind;
-    default:
-        return priceKey(order.price, priceTick);
-    }
+    return isUnpriced(order.orderKind) ? -order.orderKind : priceKey(order.price, priceTick);
 }
 
 inline __int64 tradeKey(const quoter::TransactionData& trade)
 {
     constexpr __int64 kHighHalf = 1LL << 32;
     return sum64(trade.buySeq * kHighHalf, trade.sellSeq);
-}
-
-inline bool isSameInstrument(const InstrumentPtr& own, const InstrumentPtr& other)
-{
-    if (own == other)
-        return own != nullptr;
-    return own && other && own->market == other->market && own->code == other->code;
 }
 
 inline bool raise(__int64& lastSeq, __int64 seq)

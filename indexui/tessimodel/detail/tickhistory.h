@@ -123,7 +123,7 @@ TradeList selectTrades(const Model& model, const ConsumedSeqs& consumed)
 template <class Model, class Rules>
 void takeLiveOrder(Model& model, Rules& rules, const RecordList& records)
 {
-    const OrderPtr order = records.empty() ? nullptr : recordAs<quoter::OrderData>(records.back());
+    const OrderPtr order = lastAs<quoter::OrderData>(records);
     if (!order)
         return;
     {
@@ -138,7 +138,7 @@ void takeLiveOrder(Model& model, Rules& rules, const RecordList& records)
 template <class Model, class Rules>
 void takeLiveTrade(Model& model, Rules& rules, const RecordList& records)
 {
-    const TradePtr trade = records.empty() ? nullptr : recordAs<quoter::TransactionData>(records.back());
+    const TradePtr trade = lastAs<quoter::TransactionData>(records);
     if (!trade)
         return;
     {

@@ -9,14 +9,24 @@ namespace TC::detail {
 inline constexpr int kStatusAfterHours = 22;
 inline constexpr int kStatusAfterHoursClosed = 23;
 
-// Whether the instrument has such a phase, by its types in its own market.
-inline bool hasAfterHoursPhase(const ztservice::CInstrumentDetail& stock)
+// Whether the instrument has such a phase, by its types in its own market; the second is of Shenzhen's codes.
+inline bool hasAfterHoursType(const ztservice::CInstrumentDetail& stock)
 {
     constexpr int kTypeAfterHours = 277;
+    return utils::CSingletonT<ztservice::StockTypeCenter>::instance()->isTypedStock(kTypeAfterHours, stock.market,
+                                                                                    stock.code);
+}
+
+inline bool hasAfterHoursTypeSz(const ztservice::CInstrumentDetail& stock)
+{
     constexpr int kTypeAfterHoursSz = 10006;
-    const auto types = utils::CSingletonT<ztservice::StockTypeCenter>::instance();
-    return types->isTypedStock(kTypeAfterHours, stock.market, stock.code) ||
-           types->isTypedStock(kTypeAfterHoursSz, stock.market, stock.code);
+    return utils::CSingletonT<ztservice::StockTypeCenter>::instance()->isTypedStock(kTypeAfterHoursSz, stock.market,
+                                                                                    stock.code);
+}
+
+inline bool hasAfterHoursPhase(const ztservice::CInstrumentDetail& stock)
+{
+    return hasAfterHoursType(stock) || hasAfterHoursTypeSz(stock);
 }
 
 // After the close, whether there is an after-hours phase or not.

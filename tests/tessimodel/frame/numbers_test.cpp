@@ -45,6 +45,31 @@ TEST(Numbers, shouldBeExactlyOneOfThreeWhenBothAreNumbers)
     }));
 }
 
+TEST(Numbers, shouldDifferOnlyWhenBeyondTheToleranceAndBothAreNumbers)
+{
+    EXPECT_FALSE(isDifferent(0.0, 1e-5));
+    EXPECT_TRUE(isDifferent(0.0, std::nextafter(1e-5, 1.0)));
+    EXPECT_TRUE(isDifferent(kInfinity, 0.0));
+    EXPECT_FALSE(isDifferent(kNaN, 0.0));
+    EXPECT_FALSE(isDifferent(kInfinity, kInfinity));
+}
+
+TEST(Numbers, shouldTellHowFarApartFiguresAreWhenTheyWrap)
+{
+    EXPECT_EQ(distance64(3, 10), 7);
+    EXPECT_EQ(distance64(10, 3), 7);
+    EXPECT_EQ(distance64(LLONG_MAX, -1), LLONG_MIN) << "wraps, and its opposite does too";
+    EXPECT_EQ(distance64(LLONG_MIN, 1), LLONG_MAX);
+}
+
+TEST(Numbers, shouldKeepAllBitsOfHandsWhenAskedForThem)
+{
+    EXPECT_EQ(handsFloor64(599'999'999'999, 100), 5'999'999'999);
+    EXPECT_EQ(handsFloor64(99, 100), 1);
+    EXPECT_EQ(handsFloor64(-500, 100), 1);
+    EXPECT_EQ(handsFloor(599'999'999'999, 100), 1'705'032'703) << "the low 32 bits of the same";
+}
+
 TEST(Numbers, shouldBeMissingWhenWithinToleranceOfTheLargestDouble)
 {
     static_assert(kNoValue == DBL_MAX);

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "standin/terminal.h"
+#include "tests/support/instruments.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+#include <vector>
+
+// How many shares make one hand, for every model that counts Shanghai's bonds by ten.
+namespace tests {
+
+struct HandCase {
+    const char* market;
+    std::set<int> types;
+    std::set<int> shenzhenTwinTypes; // of the instrument with the same code in SZ
+    int sharesPerHand;
+};
+
+// Type 100017 is asked for with the market "SZ", whatever the instrument's own market is; 126 and the instrument's own
+// 100017 count in SH only.
+inline const std::vector<HandCase>& handCases()
+{
+    static const std::vector<HandCase> cases{
+        {"SH", {}, {}, 100},
+        {"SZ", {}, {}, 100},
+        {"BJ", {}, {}, 100},
+        {"SH", {100016}, {}, 10},
+        {"SZ", {100016}, {}, 10},
+        {"BJ", {100016}, {}, 10},
+        {"SH", {}, {100016}, 100},
+        {"SZ", {100017}, {}, 10},
+        {"BJ", {}, {100017}, 10},
+        {"SH", {}, {100017}, 10},
+        {"SZSE", {}, {100017}, 10},
+        {"BJ", {100017}, {}, 100},
+        {"SZSE", {100017}, {}, 100},
+        {"SH", {100017}, {}, 10},
+        {"SH", {126}, {}, 10},
+        {"SH", {}, {126}, 100},
+        {"SZ", {126}, {}, 100},
+        {"BJ", {126}, {}, 100},
+        {"SSE", {126}, {}, 100},
+        {"SSE", {100017}, {}, 100},
+        {"sh", {126}, {}, 100},
+        {"SHA", {126}, {}, 100},
+        {"SH", {277, 10006}, {277, 10006}, 100},
+    };
+    return cases;
+}
+
+// Puts each case's instrument there, has the model follow it and looks at its m_volumeUnit.
+template <class Model>
+void expectHandsByType(standin::Terminal& terminal, Model& model)
+{
+    int code = 600000;
+    for (const HandCase& c : handCases()) {
+        const std::string name = std::to_string(++code);
+        SCOPED_TRACE(std::string(c.market) + " case " + name);
+        if (!c.shenzhenTwinTypes.empty())
+            terminal.instruments.add(stock("SZ", name, c.shenzhenTwinTypes));
+        terminal.instruments.add(stock(c.market, name, c.types));
+        model.setStock(keyOf(c.market, name));
+        EXPECT_EQ(model.m_volumeUnit, c.sharesPerHand);
+    }
+}
+
+} // namespace tests
