@@ -1,6 +1,7 @@
 #include "tests/tessimodel/oracle/generator.h"
 
 #include "tests/tessimodel/oracle/market.h"
+#include "tests/tessimodel/oracle/shrinkingsteps.h"
 
 #include <algorithm>
 
@@ -234,19 +235,6 @@ private:
     int m_followed = 0;
 };
 
-rc::Seq<Step> smallerSteps(const Step& step)
-{
-    if (!step.batch || step.batch->records.empty())
-        return {};
-    return rc::seq::map(rc::shrink::removeChunks(step.batch->records), [step](std::vector<RecordPtr>&& fewer) {
-        Step smaller = step;
-        auto batch = std::make_shared<Batch>(*step.batch);
-        batch->records = std::move(fewer);
-        smaller.batch = batch;
-        return smaller;
-    });
-}
-
 rc::Seq<Stream> smallerStreams(const Stream& stream)
 {
     const auto with = [stream](std::vector<Step>&& steps) {
@@ -255,7 +243,7 @@ rc::Seq<Stream> smallerStreams(const Stream& stream)
         return smaller;
     };
     return rc::seq::concat(rc::seq::map(rc::shrink::removeChunks(stream.steps), with),
-                           rc::seq::map(rc::shrink::eachElement(stream.steps, smallerSteps), with));
+                           rc::seq::map(rc::shrink::eachElement(stream.steps, &withFewerRecords<Step>), with));
 }
 
 } // namespace

@@ -64,13 +64,6 @@ __int64 Market::tick()
     return m_dice.oneIn(15) ? m_time - m_dice.between(1, 4000) : m_time;
 }
 
-RecordPtr Market::kept(std::vector<RecordPtr>& list, Record record)
-{
-    record.id = m_nextId++;
-    list.push_back(std::make_shared<const Record>(record));
-    return list.back();
-}
-
 __int64 Market::seqOfOrder()
 {
     if (m_dice.oneIn(400))
@@ -85,7 +78,7 @@ __int64 Market::seqOfOrder()
 RecordPtr Market::order()
 {
     if (!m_orders.empty() && m_dice.oneIn(60))
-        return m_orders[static_cast<std::size_t>(m_dice.below(static_cast<int>(m_orders.size())))];
+        return repeated(m_orders);
     Record order;
     order.type = Record::Type::Order;
     order.timetag = tick();
@@ -185,7 +178,7 @@ void Market::tradeAhead(Record& trade)
 RecordPtr Market::trade()
 {
     if (!m_trades.empty() && m_dice.oneIn(30))
-        return m_trades[static_cast<std::size_t>(m_dice.below(static_cast<int>(m_trades.size())))];
+        return repeated(m_trades);
     Record trade;
     trade.type = Record::Type::Trade;
     trade.timetag = tick();
@@ -259,15 +252,6 @@ RecordPtr Market::snapshot()
         (m_dice.oneIn(2) ? snapshot.bids : snapshot.asks) = {};
     }
     return kept(m_snapshots, snapshot);
-}
-
-RecordPtr Market::levelOne()
-{
-    Record record;
-    record.type = Record::Type::LevelOne;
-    record.timetag = m_time;
-    record.id = m_nextId++;
-    return std::make_shared<const Record>(record);
 }
 
 } // namespace tests::oracle

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "tests/tessimodel/oracle/dice.h"
-#include "tests/tessimodel/oracle/streams.h"
+#include "tests/tessimodel/oracle/recordmarket.h"
 
 #include <map>
 #include <vector>
@@ -11,10 +10,10 @@ namespace tests::oracle {
 // Makes the records of a small market: about 20 prices, orders that mostly rest on their own side, trades that mostly
 // fill the oldest order of the best price. Roughly right on purpose: a share of the records is late, repeated, of an
 // odd kind or wild, and what the market believes of its own book goes wrong with them.
-class Market {
+class Market : public RecordMarket {
 public:
     explicit Market(Dice& randomness)
-        : m_dice(randomness)
+        : RecordMarket(randomness, 1000000)
         , m_spread(randomness.oneIn(8) ? randomness.pick({7, 300, 4000}) : 1)
         , m_hasFarPrices(m_spread == 1 && randomness.oneIn(10))
     {}
@@ -22,12 +21,6 @@ public:
     RecordPtr order();
     RecordPtr trade();
     RecordPtr snapshot();
-    RecordPtr levelOne();
-
-    // Everything so far, as a history has it.
-    const std::vector<RecordPtr>& orders() const { return m_orders; }
-    const std::vector<RecordPtr>& trades() const { return m_trades; }
-    const std::vector<RecordPtr>& snapshots() const { return m_snapshots; }
 
     // Time goes on quickly, so that marks fade.
     void rest() { m_time += m_dice.between(2000, 4000); }
@@ -59,22 +52,15 @@ private:
     void take(__int64 seq, __int64 shares);
     __int64 wrongHands();
     TenLevels levels(bool isBid);
-    RecordPtr kept(std::vector<RecordPtr>& list, Record record);
 
-    Dice& m_dice;
     const int m_spread;        // ticks from one price to the next
     const bool m_hasFarPrices; // the highest prices are some 65,000 ticks away
-    int m_nextId = 1;
     __int64 m_seq = 0;
-    __int64 m_time = 1000000;
     __int64 m_dayVolume = 0; // hands
     int m_phase = 13;
     int m_mid = 10;
     std::vector<Open> m_open;           // oldest first
     std::map<__int64, bool> m_promised; // side of orders that traded before they came
-    std::vector<RecordPtr> m_orders;
-    std::vector<RecordPtr> m_trades;
-    std::vector<RecordPtr> m_snapshots;
 };
 
 } // namespace tests::oracle

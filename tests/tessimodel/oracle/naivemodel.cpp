@@ -1,5 +1,6 @@
 #include "tests/tessimodel/oracle/naivemodel.h"
 
+#include "tests/tessimodel/oracle/naiveinstruments.h"
 #include "tests/tessimodel/oracle/wrapping.h"
 
 #include <set>
@@ -13,34 +14,14 @@ constexpr int kOrdersIn = 2;
 constexpr int kBoth = 3;
 constexpr int kRebuilt = 1;
 
-const Instrument& at(int instrument)
-{
-    return instruments().at(static_cast<std::size_t>(instrument));
-}
-
-bool isTyped(int type, const std::string& market, const std::string& code)
-{
-    const int found = instrumentIndex(market, code);
-    return found >= 0 && at(found).types.contains(type);
-}
-
-int sharesPerHand(const Instrument& stock)
-{
-    if (isTyped(100016, stock.market, stock.code) || isTyped(100017, "SZ", stock.code))
-        return 10;
-    if (stock.market == "SH" && (isTyped(126, stock.market, stock.code) || isTyped(100017, stock.market, stock.code)))
-        return 10;
-    return 100;
-}
-
 bool isOrder(const RecordPtr& record)
 {
-    return record && record->type == Record::Type::Order;
+    return isOfType(record, Record::Type::Order);
 }
 
 bool isTrade(const RecordPtr& record)
 {
-    return record && record->type == Record::Type::Trade;
+    return isOfType(record, Record::Type::Trade);
 }
 
 // A trade is worth offering when one of its orders is in the book.
@@ -75,7 +56,7 @@ void NaiveModel::initStockParams()
     hasAfterHours = false;
     lastClose = DBL_MAX;
     if (stock >= 0) {
-        const Instrument& followed = at(stock);
+        const Instrument& followed = instrumentAt(stock);
         priceTick = followed.priceTick;
         volumeUnit = sharesPerHand(followed);
         hasAfterHours = followed.types.contains(277) || followed.types.contains(10006);

@@ -1,6 +1,5 @@
 #include "tests/tessimodel/oracle/player.h"
 
-#include "tests/support/instruments.h"
 #include "tests/tessimodel/oracle/sections.h"
 
 #include <fmt/format.h>
@@ -11,31 +10,12 @@ namespace {
 
 constexpr std::size_t kQueuesHeld = 3;
 
-QString stockKeyOf(int instrument)
-{
-    if (instrument < 0)
-        return "nowhere:000000";
-    const Instrument& followed = instruments().at(static_cast<std::size_t>(instrument));
-    return keyOf(followed.market, followed.code);
-}
-
 QString expectedKeyOf(int instrument)
 {
     return instrument < 0 ? QString() : stockKeyOf(instrument);
 }
 
 } // namespace
-
-void prepare(standin::Terminal& terminal)
-{
-    for (const Instrument& instrument : instruments()) {
-        auto description = stock(instrument.market, instrument.code, instrument.types);
-        description.priceTick = instrument.priceTick;
-        description.lastClose = instrument.lastClose;
-        terminal.instruments.add(description);
-    }
-    terminal.strands.runByHand();
-}
 
 Player::Player(standin::Terminal& terminal, const Stream& stream, Counters& counters)
     : m_terminal(terminal)

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "standin/terminal.h"
 #include "tests/tessimodel/oracle/naivestate.h"
 #include "tests/tessimodel/oracle/realstate.h"
 
@@ -8,9 +7,6 @@
 #include <optional>
 
 namespace tests::oracle {
-
-// The instruments of the streams, in a terminal whose strands run by hand.
-void prepare(standin::Terminal& terminal);
 
 // Plays a stream on the model and on the naive one side by side.
 class Player {

@@ -1,5 +1,8 @@
+#include "tests/tessimodel/oracle/realrecords.h"
+
+#include "tests/support/instruments.h"
 #include "tests/support/records.h"
-#include "tests/tessimodel/oracle/realstate.h"
+#include "ztservice/instrumentdetail.h"
 
 #include <algorithm>
 
@@ -26,6 +29,7 @@ std::shared_ptr<quoter::QuoterBase> tradeOf(const Record& from)
     trade->buySeq = from.buySeq;
     trade->sellSeq = from.sellSeq;
     trade->transKind = from.transKind;
+    trade->tradeFlag = from.tradeFlag;
     return trade;
 }
 
@@ -59,6 +63,30 @@ std::shared_ptr<quoter::QuoterBase> realOf(const Record& from)
 }
 
 } // namespace
+
+void prepare(standin::Terminal& terminal)
+{
+    for (const Instrument& instrument : instruments()) {
+        auto description = stock(instrument.market, instrument.code, instrument.types);
+        description.priceTick = instrument.priceTick;
+        description.lastClose = instrument.lastClose;
+        terminal.instruments.add(description);
+    }
+    terminal.strands.runByHand();
+}
+
+QString stockKeyOf(int instrument)
+{
+    if (instrument < 0)
+        return "nowhere:000000";
+    const Instrument& followed = instruments().at(static_cast<std::size_t>(instrument));
+    return keyOf(followed.market, followed.code);
+}
+
+int indexOf(const std::shared_ptr<ztservice::CInstrumentDetail>& stock)
+{
+    return stock ? instrumentIndex(stock->market, stock->code) : -1;
+}
 
 std::shared_ptr<quoter::QuoterBase> RealRecords::of(const RecordPtr& record)
 {

@@ -4,16 +4,10 @@
 #include "quoter/quoterdepthdata.h"
 #include "quoter/transactiondata.h"
 #include "tests/tessimodel/oracle/sections.h"
-#include "ztservice/instrumentdetail.h"
 
 namespace tests::oracle {
 
 namespace {
-
-int indexOf(const std::shared_ptr<ztservice::CInstrumentDetail>& stock)
-{
-    return stock ? instrumentIndex(stock->market, stock->code) : -1;
-}
 
 // The manager's key, as the stand-in terminal makes it.
 int indexOfKey(const std::string& key)

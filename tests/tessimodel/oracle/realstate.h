@@ -1,31 +1,12 @@
 #pragma once
 
 #include "indexui/tessimodel/cmodeldepththousand.h"
+#include "tests/tessimodel/oracle/realrecords.h"
 #include "tests/tessimodel/oracle/statelines.h"
-#include "tests/tessimodel/oracle/streams.h"
 
 #include <cfloat>
-#include <unordered_map>
-
-namespace quoter {
-struct QuoterBase;
-}
 
 namespace tests::oracle {
-
-// The records of a stream as the terminal's own, each made once, and back from a record to its name.
-class RealRecords {
-public:
-    std::shared_ptr<quoter::QuoterBase> of(const RecordPtr& record);
-    boost::shared_ptr<TC::MetaCacheDataWrapper> of(const BatchPtr& batch);
-
-    // -1 for null.
-    int idOf(const quoter::QuoterBase* record) const;
-
-private:
-    std::unordered_map<RecordPtr, std::shared_ptr<quoter::QuoterBase>> m_real; // keeps both sides' records
-    std::unordered_map<const quoter::QuoterBase*, int> m_ids;
-};
 
 struct RealPanel {
     int flags = 0;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/tessimodel/oracle/streams.h"
+
 #include <rapidcheck.h>
 
 #include <ostream>
@@ -8,7 +10,7 @@
 
 namespace tests::oracle {
 
-// Steps from one seed, printed line by line, that shrink by leaving steps out.
+// Steps from one seed, printed line by line, that shrink by leaving out steps, and records of their batches.
 template <class Step>
 struct Steps {
     unsigned long long seed = 0;
@@ -23,6 +25,21 @@ struct Steps {
     }
 };
 
+// The step with fewer records in its batch.
+template <class Step>
+rc::Seq<Step> withFewerRecords(const Step& step)
+{
+    if (!step.batch || step.batch->records.empty())
+        return {};
+    return rc::seq::map(rc::shrink::removeChunks(step.batch->records), [step](std::vector<RecordPtr>&& fewer) {
+        Step smaller = step;
+        auto batch = std::make_shared<Batch>(*step.batch);
+        batch->records = std::move(fewer);
+        smaller.batch = batch;
+        return smaller;
+    });
+}
+
 template <class Step>
 rc::Gen<Steps<Step>> shrinkingSteps(std::vector<Step> (*make)(unsigned long long seed))
 {
@@ -30,9 +47,15 @@ rc::Gen<Steps<Step>> shrinkingSteps(std::vector<Step> (*make)(unsigned long long
         rc::Random source = random;
         const unsigned long long seed = source.next();
         return rc::shrinkable::shrinkRecur(Steps<Step>{seed, make(seed)}, [](const Steps<Step>& steps) {
-            return rc::seq::map(rc::shrink::removeChunks(steps.all), [seed = steps.seed](std::vector<Step>&& fewer) {
-                return Steps<Step>{seed, std::move(fewer)};
-            });
+            const auto with = [seed = steps.seed](std::vector<Step>&& others) {
+                return Steps<Step>{seed, std::move(others)};
+            };
+            auto shorter = rc::seq::map(rc::shrink::removeChunks(steps.all), with);
+            if constexpr (requires(const Step& step) { step.batch; })
+                return rc::seq::concat(std::move(shorter),
+                                       rc::seq::map(rc::shrink::eachElement(steps.all, &withFewerRecords<Step>), with));
+            else
+                return shorter;
         });
     });
 }

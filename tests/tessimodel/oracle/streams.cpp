@@ -26,7 +26,7 @@ int instrumentIndex(const std::string& market, const std::string& code)
     return -1;
 }
 
-namespace {
+namespace {} // namespace
 
 std::string nameOf(int instrument)
 {
@@ -35,6 +35,8 @@ std::string nameOf(int instrument)
     const Instrument& found = instruments().at(static_cast<std::size_t>(instrument));
     return found.market + ':' + found.code;
 }
+
+namespace {
 
 std::string levelsText(const TenLevels& levels)
 {
@@ -46,19 +48,19 @@ std::string levelsText(const TenLevels& levels)
     return out.empty() ? " none" : out;
 }
 
-std::string batchText(const Step& step, const char* what)
+} // namespace
+
+std::string batchText(const char* what, int kind, const BatchPtr& batch, bool works)
 {
-    std::string out = fmt::format("{} of kind {}", what, step.kind);
-    if (!step.batch)
+    std::string out = fmt::format("{} of kind {}", what, kind);
+    if (!batch)
         return out + ": null batch";
-    out += fmt::format(" for {}, {} records{}", nameOf(step.batch->instrument), step.batch->records.size(),
-                       step.works ? "" : ", left queued");
-    for (const RecordPtr& record : step.batch->records)
+    out += fmt::format(" for {}, {} records{}", nameOf(batch->instrument), batch->records.size(),
+                       works ? "" : ", left queued");
+    for (const RecordPtr& record : batch->records)
         out += "\n        " + text(record.get());
     return out;
 }
-
-} // namespace
 
 std::string text(const Record* record)
 {
@@ -70,9 +72,9 @@ std::string text(const Record* record)
         return fmt::format("#{} order seq {} bsFlag {} kind {} price {} volume {} time {}", r.id, r.seq, r.bsFlag,
                            r.orderKind, r.price, r.volume, r.timetag);
     case Record::Type::Trade:
-        return fmt::format("#{} {} buy {} sell {} price {} volume {} transKind {} time {}", r.id,
+        return fmt::format("#{} {} buy {} sell {} price {} volume {} transKind {} flag {} time {}", r.id,
                            r.transKind == 3 ? "cancel" : "trade", r.buySeq, r.sellSeq, r.price, r.volume, r.transKind,
-                           r.timetag);
+                           r.tradeFlag, r.timetag);
     case Record::Type::Snapshot:
         return fmt::format("#{} snapshot time {} status {} day volume {} last {} alt {} bids{} asks{}", r.id, r.timetag,
                            r.tradeStatus, r.volume, r.price, r.lastPriceAlt, levelsText(r.bids), levelsText(r.asks));
@@ -87,11 +89,11 @@ std::string text(const Step& step)
     using enum Step::Action;
     switch (step.action) {
     case Orders:
-        return batchText(step, "orders");
+        return batchText("orders", step.kind, step.batch, step.works);
     case Trades:
-        return batchText(step, "trades");
+        return batchText("trades", step.kind, step.batch, step.works);
     case Snapshots:
-        return batchText(step, "snapshots");
+        return batchText("snapshots", step.kind, step.batch, step.works);
     case Work:
         return "the strand works";
     case Release:

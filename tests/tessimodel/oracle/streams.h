@@ -43,6 +43,7 @@ struct Record {
     int buySeq = 0;
     int sellSeq = 0;
     int transKind = 0;
+    int tradeFlag = 0;
     int tradeStatus = 13;
     double lastPriceAlt = 0;
     TenLevels bids;
@@ -90,7 +91,9 @@ struct Stream {
     std::vector<Step> steps;
 };
 
+std::string nameOf(int instrument);
 std::string text(const Record* record);
+std::string batchText(const char* what, int kind, const BatchPtr& batch, bool works);
 std::string text(const Step& step);
 std::ostream& operator<<(std::ostream& out, const Stream& stream);
 
