@@ -7,57 +7,25 @@
 
 #include "bench/book.h"
 #include "bench/bookfeed.h"
+#include "bench/ratios.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <ctime>
 #include <exception>
 #include <thread>
 #include <vector>
 
 namespace {
 
+using bench::median;
+using bench::print;
+using bench::report;
+using bench::secondsOf;
+
 constexpr int kRepetitions = 9;
 constexpr double kHistoryLimit = 5.0;
 constexpr double kLiveLimit = 6.5;
 constexpr double kLevelsLimit = 1.6;
-
-// Of this process, so that whatever else the machine does counts less.
-double processorSeconds()
-{
-    timespec time{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
-}
-
-template <class Work>
-double secondsOf(Work work)
-{
-    const double start = processorSeconds();
-    work();
-    return processorSeconds() - start;
-}
-
-double median(std::vector<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
-
-void print(const char* what, const std::vector<double>& ratios)
-{
-    const auto [least, most] = std::minmax_element(ratios.begin(), ratios.end());
-    std::printf("%-48s %5.2f (%.2f to %.2f)", what, median(ratios), *least, *most);
-}
-
-bool report(const char* what, const std::vector<double>& ratios, double limit)
-{
-    const bool isKept = median(ratios) <= limit;
-    print(what, ratios);
-    std::printf(", at most %.1f%s\n", limit, isKept ? "" : ": exceeded");
-    return isKept;
-}
 
 // Multiples of the reference, and the reference's own time for each event.
 struct Rounds {

@@ -1,32 +1,17 @@
 #include "bench/bookfeed.h"
 
 #include "Formula/metacachedatawrapper.h"
-#include "Formula/stockmanager.h"
 #include "quoter/orderdata.h"
 #include "quoter/transactiondata.h"
-#include "utils/stockkey.h"
-
-#include <boost/make_shared.hpp>
 
 #include <stdexcept>
+#include <utility>
 
 namespace bench {
 
 namespace {
 
-constexpr const char* kMarket = "SZ";
-constexpr const char* kCode = "000001";
 constexpr int kSharesPerHand = 100;
-
-standin::InstrumentDescription description(const TickStream& stream)
-{
-    standin::InstrumentDescription stock;
-    stock.market = kMarket;
-    stock.code = kCode;
-    stock.priceTick = kPriceTick;
-    stock.lastClose = (stream.lowestKey + stream.highestKey) * kPriceTick / 2;
-    return stock;
-}
 
 void apply(TC::ThousandBook& book, const TC::ThousandBook::Stock& stock, const Tick& tick, bool refresh)
 {
@@ -40,18 +25,18 @@ void apply(TC::ThousandBook& book, const TC::ThousandBook::Stock& stock, const T
 } // namespace
 
 BookFeed::BookFeed(const TickOptions& options)
-    : m_stream(makeTicks(options))
-{
-    m_terminal.strands.runByHand();
-    m_terminal.log.setLevel(50000);
-    m_terminal.instruments.add(description(m_stream));
-    m_stock = utils::CSingletonT<TC::CStockManager>::instance()->getInstrumentDetail(kMarket, kCode);
-}
+    : BookFeed(makeTicks(options))
+{}
+
+BookFeed::BookFeed(TickStream stream)
+    : StockFeed(stream.lowestKey, stream.highestKey)
+    , m_stream(std::move(stream))
+{}
 
 std::unique_ptr<TC::ThousandBook> BookFeed::newBook(std::size_t orders, std::size_t trades) const
 {
     auto book = std::make_unique<TC::ThousandBook>();
-    book->m_stock = m_stock;
+    book->m_stock = stock();
     book->m_priceTick = kPriceTick;
     book->m_volumeUnit = kSharesPerHand;
     book->reserve(orders, trades);
@@ -66,14 +51,14 @@ std::unique_ptr<ReferenceBook> BookFeed::newReference() const
 void BookFeed::applyHistory(TC::ThousandBook& book, std::size_t first, std::size_t end) const
 {
     for (std::size_t i = first; i < end; ++i)
-        bench::apply(book, m_stock, m_stream.ticks[i], false);
+        bench::apply(book, stock(), m_stream.ticks[i], false);
     book.refreshDecay();
 }
 
 void BookFeed::applyLive(TC::ThousandBook& book, std::size_t first, std::size_t end) const
 {
     for (std::size_t i = first; i < end; ++i)
-        bench::apply(book, m_stock, m_stream.ticks[i], true);
+        bench::apply(book, stock(), m_stream.ticks[i], true);
 }
 
 void BookFeed::apply(ReferenceBook& book, std::size_t first, std::size_t end) const
@@ -82,24 +67,11 @@ void BookFeed::apply(ReferenceBook& book, std::size_t first, std::size_t end) co
         book.apply(m_stream.ticks[i]);
 }
 
-void BookFeed::follow(TC::CModelDepthThousand& model)
-{
-    model.setStock(QString::fromStdString(utils::zlStockKey(kMarket, kCode)));
-}
-
 void BookFeed::deliverHistory(TC::CModelDepthThousand& model, const Batch& orders, const Batch& trades)
 {
     model.entrustCallback(0, 0, orders);
     model.transactionCallback(0, 0, trades);
     drain();
-}
-
-BookFeed::Batch BookFeed::emptyBatch() const
-{
-    auto batch = boost::make_shared<TC::MetaCacheDataWrapper>();
-    batch->market = kMarket;
-    batch->stockCode = kCode;
-    return batch;
 }
 
 BookFeed::Batch BookFeed::historyOfOrders(std::size_t end) const
@@ -124,13 +96,8 @@ BookFeed::Batch BookFeed::historyOfTrades(std::size_t end) const
 
 BookFeed::Batch BookFeed::liveBatch(std::size_t tick) const
 {
-    Batch batch = emptyBatch();
     const Tick& event = m_stream.ticks[tick];
-    if (event.order)
-        batch->records.push_back(event.order);
-    else
-        batch->records.push_back(event.trade);
-    return batch;
+    return event.order ? batchOf(event.order) : batchOf(event.trade);
 }
 
 void BookFeed::deliverLive(TC::CModelDepthThousand& model, std::size_t tick, const Batch& batch)
@@ -140,16 +107,6 @@ void BookFeed::deliverLive(TC::CModelDepthThousand& model, std::size_t tick, con
     else
         model.transactionCallback(0, 1, batch);
     drain();
-}
-
-void BookFeed::drain()
-{
-    m_terminal.strands.drain("modulegroup");
-}
-
-void BookFeed::freeReleased()
-{
-    m_terminal.strands.drain("data_release");
 }
 
 void BookFeed::checkAgainstReference() const

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "bench/referencebook.h"
+#include "bench/stockfeed.h"
 #include "bench/tickstream.h"
 #include "indexui/tessimodel/cmodeldepththousand.h"
-#include "standin/terminal.h"
 
 #include <cstddef>
 #include <memory>
@@ -11,12 +11,9 @@
 
 namespace bench {
 
-// A terminal with the stock of a tick stream, its strands run by hand, and what feeds books and models with the ticks.
-// One at a time, since there is one terminal.
-class BookFeed {
+// The stock of a tick stream, and what feeds books and models with the ticks.
+class BookFeed : public StockFeed {
 public:
-    using Batch = TC::CModelDepthThousand::Batch;
-
     explicit BookFeed(const TickOptions& options);
 
     const TickStream& stream() const { return m_stream; }
@@ -32,8 +29,7 @@ public:
     void applyLive(TC::ThousandBook& book, std::size_t first, std::size_t end) const;
     void apply(ReferenceBook& book, std::size_t first, std::size_t end) const;
 
-    // Makes the model follow the stock, and gives it the ticks up to `end` as two histories in one batch each.
-    void follow(TC::CModelDepthThousand& model);
+    // Gives the model the ticks up to `end` as two histories in one batch each.
     void deliverHistory(TC::CModelDepthThousand& model, const Batch& orders, const Batch& trades);
     Batch historyOfOrders(std::size_t end) const;
     Batch historyOfTrades(std::size_t end) const;
@@ -42,17 +38,12 @@ public:
     Batch liveBatch(std::size_t tick) const;
     void deliverLive(TC::CModelDepthThousand& model, std::size_t tick, const Batch& batch);
 
-    void drain();        // what was posted to the models' strand
-    void freeReleased(); // what was left to "data_release"
-
     // Throws std::runtime_error unless both books come to the same levels by the whole stream.
     void checkAgainstReference() const;
 
 private:
-    Batch emptyBatch() const;
+    explicit BookFeed(TickStream stream);
 
-    standin::Terminal m_terminal;
-    std::shared_ptr<ztservice::CInstrumentDetail> m_stock;
     TickStream m_stream;
 };
 

@@ -2,75 +2,19 @@
 // limit.
 
 #include "bench/bookfeed.h"
+#include "bench/heapcount.h"
 #include "quoter/orderdata.h"
 
-#include <malloc.h>
-
-#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
-#include <new>
 #include <vector>
 
 namespace {
 
-std::size_t g_bytes = 0; // what the heap gave and has not got back, its own header included
-
-constexpr std::size_t kHeapHeader = sizeof(std::size_t);
 constexpr double kLimit = 200;
 constexpr int kOrders = 200'000;
 constexpr int kLevels = 2000;
-
-void* counted(void* memory)
-{
-    if (!memory)
-        throw std::bad_alloc();
-    g_bytes += malloc_usable_size(memory) + kHeapHeader;
-    return memory;
-}
-
-void giveBack(void* memory)
-{
-    if (memory)
-        g_bytes -= malloc_usable_size(memory) + kHeapHeader;
-    std::free(memory);
-}
-
-} // namespace
-
-void* operator new(std::size_t size)
-{
-    return counted(std::malloc(size));
-}
-
-void* operator new(std::size_t size, std::align_val_t alignment)
-{
-    const auto to = static_cast<std::size_t>(alignment);
-    return counted(std::aligned_alloc(to, (size + to - 1) / to * to));
-}
-
-void operator delete(void* memory) noexcept
-{
-    giveBack(memory);
-}
-
-void operator delete(void* memory, std::size_t) noexcept
-{
-    giveBack(memory);
-}
-
-void operator delete(void* memory, std::align_val_t) noexcept
-{
-    giveBack(memory);
-}
-
-void operator delete(void* memory, std::size_t, std::align_val_t) noexcept
-{
-    giveBack(memory);
-}
-
-namespace {
 
 // Bids below and asks above a price of 100.00, none of them trading.
 std::vector<std::shared_ptr<quoter::OrderData>> restingOrders()
@@ -93,7 +37,7 @@ std::vector<std::shared_ptr<quoter::OrderData>> restingOrders()
 double bytesPerOrder(const bench::BookFeed& feed, bool isReserved)
 {
     const auto orders = restingOrders();
-    const std::size_t before = g_bytes;
+    const bench::Heap before = bench::heapInUse();
     const auto book = feed.newBook(isReserved ? kOrders : 0, 0);
     int flags = 0;
     for (const auto& order : orders)
@@ -101,7 +45,7 @@ double bytesPerOrder(const bench::BookFeed& feed, bool isReserved)
     book->refreshDecay();
     if (bench::totalsOf(*book).size() != kLevels)
         std::abort();
-    return static_cast<double>(g_bytes - before) / kOrders;
+    return static_cast<double>((bench::heapInUse() - before).bytes) / kOrders;
 }
 
 } // namespace

@@ -2,7 +2,9 @@
 
 #include "bench/book.h"
 #include "bench/bookmodel.h"
+#include "bench/orderlist.h"
 #include "bench/reading.h"
+#include "bench/tradelist.h"
 #include "indexui/tessimodel/cmodeltransaction.h"
 #include "net/rpcengine.h"
 #include "quoter/quoteralldata.h"
@@ -110,7 +112,8 @@ const std::vector<Operation>& operations()
 {
     static const std::vector<Operation> all = [] {
         std::vector<Operation> gathered;
-        for (auto topic : {frameOperations, readingOperations, bookOperations, bookModelOperations}) {
+        for (auto topic : {frameOperations, readingOperations, bookOperations, bookModelOperations, orderListOperations,
+                           tradeListOperations}) {
             for (Operation& operation : topic())
                 gathered.push_back(std::move(operation));
         }

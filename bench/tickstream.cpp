@@ -18,10 +18,9 @@ constexpr __int64 kMorningLength = 120 * kMinute;
 constexpr __int64 kNoonBreak = 90 * kMinute;
 constexpr __int64 kAuctionLength = 10 * kMinute;
 constexpr __int64 kTradingLength = 236 * kMinute; // shortened by the closing auction and a minute
-constexpr int kMeanGap = 14;                      // ms between events
+constexpr int kMeanGap = 14;                      // ms between orders and cancels, when a million make up a day
 constexpr int kCrowd = 15;                        // mean distance from the touch in ticks, of most orders
 constexpr int kLot = 100;
-constexpr int kCancelPerMille = 350;
 
 // The market that makes the ticks, with a book of its own that is written to be right.
 class Market {
@@ -44,6 +43,8 @@ private:
         std::size_t orders = 0;
     };
 
+    bool isOver() const;
+    void passTime();
     void open();
     void walk();
     void placeOrder();
@@ -79,7 +80,7 @@ private:
     int m_close;
     int m_centre; // the price that trading is drawn to; it wanders
     __int64 m_time = kAuction;
-    __int64 m_tradingTime = 0;
+    __int64 m_gaps = 0;         // between the orders and cancels so far, in a day of a million
     __int64 m_perMilleOwed = 0; // cancels that are behind their share
 };
 
@@ -103,13 +104,9 @@ Market::Market(const TickOptions& options)
 TickStream Market::run()
 {
     open();
-    const auto events = static_cast<std::size_t>(m_options.events);
-    const __int64 days = std::max<__int64>(1, m_options.events / 1'000'000);
-    while (m_stream.ticks.size() < events) {
+    while (!isOver()) {
         const std::size_t before = m_stream.ticks.size();
-        m_tradingTime += m_chance.below(2 * kMeanGap + 1) / days;
-        m_tradingTime = std::min(m_tradingTime, kTradingLength);
-        m_time = kMorning + m_tradingTime + (m_tradingTime > kMorningLength ? kNoonBreak : 0);
+        passTime();
         walk();
         if (m_chance.chance(m_perMilleOwed > 0 ? 700 : 100)) {
             cancelOne();
@@ -117,9 +114,23 @@ TickStream Market::run()
         } else {
             placeOrder();
         }
-        m_perMilleOwed += kCancelPerMille * static_cast<__int64>(m_stream.ticks.size() - before);
+        m_perMilleOwed += m_options.cancelPerMille * static_cast<__int64>(m_stream.ticks.size() - before);
     }
     return std::move(m_stream);
+}
+
+bool Market::isOver() const
+{
+    if (m_options.fills > 0)
+        return m_stream.fills >= static_cast<std::size_t>(m_options.fills);
+    return m_stream.ticks.size() >= static_cast<std::size_t>(m_options.events);
+}
+
+void Market::passTime()
+{
+    m_gaps += m_chance.below(2 * kMeanGap + 1);
+    const __int64 traded = std::min(m_gaps * 1'000'000 / m_options.perDay, kTradingLength);
+    m_time = kMorning + traded + (traded > kMorningLength ? kNoonBreak : 0);
 }
 
 // One order at every price, then more of them about the touch: what a call auction would leave.
@@ -216,6 +227,7 @@ void Market::fill(Order& aggressor, Order& oldest)
     const Order& buy = aggressor.isBuy ? aggressor : oldest;
     const Order& sell = aggressor.isBuy ? oldest : aggressor;
     emitTrade(buy.seq, sell.seq, oldest.key, volume, aggressor.isBuy ? 1 : 2, 0);
+    ++m_stream.fills;
     aggressor.left -= volume;
     oldest.left -= volume;
     if (oldest.left == 0)
