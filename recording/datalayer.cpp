@@ -54,8 +54,9 @@ int DataLayer::subscribe(const TC::CFormulaParam& param, Stream stream, BatchCal
     if (stream == Stream::Aux)
         throw std::invalid_argument("the stream aux has a subscription of its own");
     auto subscription = subscriptionFor(param, stream, m_delivery->day());
-    subscription->leavesOutCancels = cancels == ShanghaiCancels::InOrdersOnly && stream == Stream::Trades &&
-                                     m_delivery->day().instrument.market == "SH";
+    const bool areElsewhere = (cancels == ShanghaiCancels::InOrdersOnly && stream == Stream::Trades) ||
+                              (cancels == ShanghaiCancels::InTradesOnly && stream == Stream::Orders);
+    subscription->leavesOutCancels = areElsewhere && m_delivery->day().instrument.market == "SH";
     subscription->deliver = [call = std::move(callback)](int batchKind, const std::vector<Event>& events) {
         RecordBatch batch;
         batch.reserve(events.size());

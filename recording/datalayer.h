@@ -24,10 +24,12 @@ using BatchCallback = std::function<void(int batchKind, const RecordBatch& recor
 using AuxCallback = std::function<void(int batchKind, const AuxBatch& records)>;
 
 // Shanghai reports a deleted order in the order stream; the trade stream of a recorded day carries it once more
-// as a cancel, for the book. The order list reads both streams and must get it once.
+// as a cancel, for the book. The order list reads both streams and must get it once. The trade list takes a delete for
+// the order's latest record, and then knows what was left of it instead of its size.
 enum class ShanghaiCancels {
     InBothStreams,
-    InOrdersOnly // trade streams of market "SH" come without their cancels
+    InOrdersOnly, // trade streams of market "SH" come without their cancels
+    InTradesOnly  // order streams of market "SH" come without their deletes
 };
 
 // The point of the day up to which records are history, when the delivery starts.

@@ -1,5 +1,6 @@
 #include "recording/delivery.h"
 
+#include "quoter/orderdata.h"
 #include "quoter/transactiondata.h"
 
 #include <algorithm>
@@ -16,8 +17,10 @@ constexpr int kLiveBatch = 1;
 
 bool isCancel(const Event& event)
 {
-    const auto* trade = dynamic_cast<const quoter::TransactionData*>(event.record.get());
-    return trade && trade->transKind == quoter::kTransKindCancel;
+    if (const auto* trade = dynamic_cast<const quoter::TransactionData*>(event.record.get()))
+        return trade->transKind == quoter::kTransKindCancel;
+    const auto* order = dynamic_cast<const quoter::OrderData*>(event.record.get());
+    return order && (order->bsFlag == quoter::kSideCancelBuy || order->bsFlag == quoter::kSideCancelSell);
 }
 
 } // namespace

@@ -285,7 +285,9 @@ bool isInSession(__int64 timetag, const std::string& market, bool hasClosingAuct
 
 VerifiedDay verifyDay(const recording::RecordedDay& day, const VerifyProgress& progress)
 {
-    return Verification(day, progress).run();
+    VerifiedDay result = Verification(day, progress).run();
+    result.pairs = verifyPairs(day);
+    return result;
 }
 
 } // namespace tessi

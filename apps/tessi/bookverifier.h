@@ -2,6 +2,7 @@
 
 #include "apps/tessi/bestlevels.h"
 #include "apps/tessi/orderledger.h"
+#include "apps/tessi/pairverifier.h"
 #include "utils/int64.h"
 
 #include <cstddef>
@@ -32,7 +33,8 @@ struct Miss : Divergence {
     std::vector<RestingOrder> explainedBy; // orders that rest and have no row, which make up the whole difference
 };
 
-// How a day's tick-built book and its snapshots agree. docs/recorded-days.md tells what each figure means.
+// How a day's ticks and its snapshots agree: in the book built from them, and in the trades matched to snapshots.
+// docs/recorded-days.md tells what each figure means.
 struct VerifiedDay {
     std::string market;
     std::string code;
@@ -46,6 +48,7 @@ struct VerifiedDay {
     __int64 forgotten = 0;               // trades whose order should have come and had not
     std::vector<Miss> misses;            // the others of `snapshots`, in their order; in shares
     std::optional<Divergence> wrongRead; // the first read that a newer snapshot did not put right; in hands
+    VerifiedPairs pairs;
 
     // Misses by what explains them: only orders of market kinds, others too, nothing.
     std::size_t missesByMarketOrders() const;
@@ -61,7 +64,8 @@ using VerifyProgress = std::function<void(std::size_t done, std::size_t total)>;
 // phase of continuous trading goes on over lunch, and so do its snapshots.
 bool isInSession(__int64 timetag, const std::string& market, bool hasClosingAuction);
 
-// Replays the day's ticks through the thousand-level book and holds every snapshot of continuous trading against it.
+// Replays the day's ticks through the thousand-level book and holds every snapshot of continuous trading against it;
+// and through the trade list, to hold its matching against the snapshots.
 //
 // A stamp does not say which ticks a snapshot holds. So the ticks are walked one by one in the order of events, and
 // each snapshot is looked for, in order, among the book's states: ten levels a side in shares, and the day volume. Then

@@ -19,6 +19,7 @@ enum ExitCode : int {
 void addSimulate(CLI::App& app);
 void addImport(CLI::App& app);
 void addReplay(CLI::App& app);
+void addTrace(CLI::App& app);
 void addVerify(CLI::App& app, int& exitCode);
 
 } // namespace tessi

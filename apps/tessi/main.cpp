@@ -1,4 +1,4 @@
-// tessi: simulates, imports, replays and verifies recorded days. Data go to stdout, all else to stderr.
+// tessi: simulates, imports, replays, traces and verifies recorded days. Data go to stdout, all else to stderr.
 
 #include "apps/tessi/commands.h"
 
@@ -16,7 +16,7 @@ namespace {
 
 int run(int argc, char** argv)
 {
-    CLI::App app{"Simulates, imports, replays and verifies recorded exchange days."};
+    CLI::App app{"Simulates, imports, replays, traces and verifies recorded exchange days."};
     app.set_version_flag("--version", "tessi " TESSI_VERSION);
     app.require_subcommand(1);
     app.footer("Exit codes: 0 ok, 1 a verification differs, 2 usage, 3 bad input or an error of reading or writing.\n"
@@ -24,6 +24,7 @@ int run(int argc, char** argv)
     tessi::addSimulate(app);
     tessi::addImport(app);
     tessi::addReplay(app);
+    tessi::addTrace(app);
     int exitCode = tessi::kOk;
     tessi::addVerify(app, exitCode);
     try {

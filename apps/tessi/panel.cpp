@@ -1,19 +1,33 @@
 #include "apps/tessi/panel.h"
 
 #include "apps/tessi/bookpanel.h"
+#include "apps/tessi/cancelspanel.h"
+#include "apps/tessi/orderspanel.h"
+#include "apps/tessi/panelfilter.h"
 #include "apps/tessi/queuepanel.h"
 #include "apps/tessi/tickpanel.h"
+#include "apps/tessi/tradespanel.h"
+#include "apps/tessi/viewpanel.h"
 
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <iterator>
 #include <map>
+#include <utility>
 
 namespace tessi {
 
 namespace {
 
+// Options that a panel takes.
+enum Takes : unsigned { kDepth = 1, kSide = 2, kPrice = 4, kSizes = 8, kTimes = 16 };
+
 struct PanelKind {
     std::unique_ptr<Panel> (*make)(const recording::RecordedDay&, const PanelOptions&);
-    bool takesDepth = false;
-    bool needsPlace = false; // side and price
+    unsigned takes = 0;
+    unsigned needs = 0;
+    std::vector<std::string> sides;
 };
 
 template <class AnyPanel>
@@ -24,10 +38,39 @@ std::unique_ptr<Panel> make(const recording::RecordedDay& day, const PanelOption
 
 const std::map<std::string, PanelKind>& kinds()
 {
-    static const std::map<std::string, PanelKind> all = {{"book", {make<BookPanel>, true, false}},
-                                                         {"queue", {make<QueuePanel>, false, true}},
-                                                         {"ticks", {make<TickPanel>}}};
+    static const std::map<std::string, PanelKind> all = {
+        {"book", {make<BookPanel>, kDepth, 0, {}}},
+        {"cancels", {make<CancelsPanel>, kSide | kSizes | kTimes, 0, {"buy", "sell"}}},
+        {"orders", {make<OrdersPanel>, kSide | kSizes | kTimes, 0, {"buy", "sell"}}},
+        {"queue", {make<QueuePanel>, kSide | kPrice, kSide | kPrice, {"bid", "ask"}}},
+        {"ticks", {make<TickPanel>, 0, 0, {}}},
+        {"trades", {make<TradesPanel>, kSizes | kTimes, 0, {}}},
+        {"view", {make<ViewPanel>, kTimes, 0, {}}}};
     return all;
+}
+
+unsigned givenIn(const PanelOptions& options)
+{
+    unsigned given = 0;
+    given |= options.depth ? kDepth : 0U;
+    given |= options.side ? kSide : 0U;
+    given |= options.price ? kPrice : 0U;
+    given |= options.minHands || options.minAmount || options.connective ? kSizes : 0U;
+    given |= options.from || options.to ? kTimes : 0U;
+    return given;
+}
+
+// The options of the lowest bit.
+const char* firstName(unsigned options)
+{
+    static constexpr std::pair<Takes, const char*> names[] = {{kDepth, "--depth"},
+                                                              {kSide, "--side"},
+                                                              {kPrice, "--price"},
+                                                              {kSizes, "--min-hands, --min-amount and --connective"},
+                                                              {kTimes, "--from and --to"}};
+    const auto* const found = std::find_if(std::begin(names), std::end(names),
+                                           [options](const auto& name) { return (options & name.first) != 0; });
+    return found == std::end(names) ? "" : found->second;
 }
 
 } // namespace
@@ -44,13 +87,15 @@ std::string optionFault(const std::string& name, const PanelOptions& options)
 {
     const auto found = kinds().find(name);
     const PanelKind kind = found == kinds().end() ? PanelKind() : found->second;
-    if (options.depth && !kind.takesDepth)
-        return "--depth is for --panel book";
-    if ((options.side || options.price) && !kind.needsPlace)
-        return "--side and --price are for --panel queue";
-    if (kind.needsPlace && !(options.side && options.price))
-        return "--panel " + name + " needs --side and --price";
-    return {};
+    const unsigned given = givenIn(options);
+    const std::string panel = name.empty() ? "a summary" : "--panel " + name;
+    if (const unsigned strange = given & ~kind.takes; strange != 0)
+        return fmt::format("{} takes no {}", panel, firstName(strange));
+    if (const unsigned missing = kind.needs & ~given; missing != 0)
+        return fmt::format("{} needs {}", panel, firstName(missing));
+    if (options.side && std::find(kind.sides.begin(), kind.sides.end(), *options.side) == kind.sides.end())
+        return fmt::format("--side of {} is {}", panel, fmt::join(kind.sides, " or "));
+    return filterFault(options);
 }
 
 std::unique_ptr<Panel> makePanel(const std::string& name, const recording::RecordedDay& day,

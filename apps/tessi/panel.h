@@ -25,13 +25,21 @@ public:
 
     // What to tell when there are no rows, in a few words.
     virtual std::string whyEmpty() const = 0;
+
+    // A line of figures below the rows, when there are any, for people; empty for none.
+    virtual std::string foot() const { return {}; }
 };
 
 // What the command line says beyond the panel's name. Each belongs to some panels only.
 struct PanelOptions {
-    std::optional<std::size_t> depth; // book: best levels of each side; all without it
-    std::optional<std::string> side;  // queue: "bid" or "ask"
-    std::optional<double> price;      // queue
+    std::optional<std::size_t> depth;      // book: best levels of each side; all without it
+    std::optional<std::string> side;       // queue: "bid" or "ask"; orders, cancels: "buy" or "sell"
+    std::optional<double> price;           // queue
+    std::optional<int> minHands;           // orders, cancels, trades
+    std::optional<int> minAmount;          // the same; in the instrument's currency
+    std::optional<std::string> connective; // with both of these: "and" or "or"
+    std::optional<std::string> from;       // orders, cancels, trades, view: "HH:MM:SS", included
+    std::optional<std::string> to;
 };
 
 std::vector<std::string> panelNames();

@@ -1,5 +1,6 @@
 #include "apps/tessi/checks.h"
 #include "apps/tessi/commands.h"
+#include "apps/tessi/daydelivery.h"
 #include "apps/tessi/panel.h"
 #include "apps/tessi/progress.h"
 #include "apps/tessi/summary.h"
@@ -76,30 +77,40 @@ void checkPrice(const Arguments& arguments, double priceTick, const CLI::App& co
                                    fmt::format("--price is no multiple of the price tick {}", priceTick));
 }
 
+// What a panel shows.
+struct Rows {
+    Table table;
+    std::string foot;
+};
+
 // Delivers the day to the panel as a terminal would, and returns when nothing is left to do.
-Table replayedRows(const Arguments& arguments, const std::shared_ptr<const recording::RecordedDay>& day)
+Rows replayedRows(const Arguments& arguments, const std::shared_ptr<const recording::RecordedDay>& day)
 {
     standin::Terminal terminal;
-    terminal.instruments.add(day->instrument);
-    terminal.instruments.setLastTradingDay(day->tradingDay);
+    introduce(terminal, *day);
     const std::unique_ptr<Panel> panel = makePanel(arguments.panel, *day, arguments.options);
 
     Progress progress("replaying");
     const recording::DataLayer* running = nullptr;
     recording::DeliveryOptions options = deliveryOf(arguments, day->tradingDay);
     options.beforePush = [&] { progress.show(running->delivered(), running->total()); };
-
-    recording::DataLayer data(day, options);
-    running = &data;
-    panel->subscribe(data);
-    data.start();
-    data.waitUntilDelivered();
-    data.stop();
-    terminal.strands.waitIdle();
-    Table rows = panel->rows();
-    if (rows.isEmpty())
+    deliver(terminal, day, options, [&](recording::DataLayer& data) {
+        running = &data;
+        panel->subscribe(data);
+    });
+    Rows rows{panel->rows(), {}};
+    if (rows.table.isEmpty())
         std::cerr << "tessi: note: " << panel->whyEmpty() << "\n";
+    else
+        rows.foot = panel->foot();
     return rows;
+}
+
+void print(const Rows& rows, Format format)
+{
+    rows.table.print(std::cout, format, coloursWanted());
+    if (format == Format::Table && !rows.foot.empty())
+        std::cout << "\n" << rows.foot << "\n";
 }
 
 void replay(const Arguments& arguments, const CLI::App& command)
@@ -112,7 +123,30 @@ void replay(const Arguments& arguments, const CLI::App& command)
     if (arguments.panel.empty())
         printSummary(std::cout, *day, arguments.format);
     else
-        replayedRows(arguments, day).print(std::cout, arguments.format, coloursWanted());
+        print(replayedRows(arguments, day), arguments.format);
+}
+
+// Panels that list orders, cancels or trades.
+void addFilter(CLI::App& command, PanelOptions& options)
+{
+    command.add_option("--min-hands", options.minHands, "Orders, cancels, trades: of at least this many hands")
+        ->check(notBelowZero());
+    command.add_option("--min-amount", options.minAmount, "Orders, cancels, trades: of at least this amount")
+        ->check(notBelowZero());
+    command
+        .add_option("--connective", options.connective,
+                    "and: both --min-hands and --min-amount (default); or: one is enough")
+        ->check(CLI::IsMember({"and", "or"}));
+    command
+        .add_option("--from", options.from,
+                    "Orders, cancels, trades, view: not before this time "
+                    "(view: a snapshot's second takes that snapshot's rows)")
+        ->check(clockTime());
+    command
+        .add_option("--to", options.to,
+                    "Orders, cancels, trades, view: not after this second "
+                    "(view: a snapshot's second takes that snapshot's rows)")
+        ->check(clockTime());
 }
 
 } // namespace
@@ -130,9 +164,10 @@ void addReplay(CLI::App& app)
     command
         ->add_option("--depth", arguments->options.depth, "Panel book: the best levels of each side; without it, all")
         ->check(aboveZero());
-    command->add_option("--side", arguments->options.side, "Panel queue: bid or ask")
-        ->check(CLI::IsMember({"bid", "ask"}));
+    command->add_option("--side", arguments->options.side,
+                        "Panel queue: bid or ask; orders and cancels: buy or sell (UB, US, F and N stay)");
     command->add_option("--price", arguments->options.price, "Panel queue: the price")->check(aboveZero());
+    addFilter(*command, arguments->options);
     command->add_option("--format", arguments->format, "table, csv or json")
         ->transform(CLI::CheckedTransformer(formats))
         ->default_str("table");

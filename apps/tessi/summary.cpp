@@ -9,7 +9,6 @@
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
-#include <algorithm>
 #include <map>
 #include <ostream>
 #include <string>
@@ -105,10 +104,9 @@ void printObject(std::ostream& out, const std::vector<Item>& items)
 {
     const char* separator = "{\n";
     for (const Item& item : items) {
-        std::string name = item.name;
-        std::replace(name.begin(), name.end(), ' ', '_');
         const std::string number = item.value.empty() ? "null" : item.value;
-        out << separator << "  \"" << name << "\": " << (item.numeric ? number : nlohmann::json(item.value).dump());
+        out << separator << "  \"" << jsonKey(item.name)
+            << "\": " << (item.numeric ? number : nlohmann::json(item.value).dump());
         separator = ",\n";
     }
     out << "\n}\n";

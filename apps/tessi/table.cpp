@@ -1,5 +1,7 @@
 #include "apps/tessi/table.h"
 
+#include "apps/tessi/text.h"
+
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
@@ -117,7 +119,7 @@ void Table::printJson(std::ostream& out) const
         out << (r ? ",\n " : "\n ") << "{";
         for (std::size_t c = 0; c < m_columns.size(); ++c) {
             const std::string& cell = m_rows[r].cells[c];
-            out << (c ? ", " : "") << nlohmann::json(m_columns[c].name).dump() << ": ";
+            out << (c ? ", " : "") << nlohmann::json(jsonKey(m_columns[c].name)).dump() << ": ";
             if (!m_columns[c].numeric)
                 out << nlohmann::json(cell).dump();
             else

@@ -9,7 +9,7 @@ namespace tessi {
 enum class Format { Table, Csv, Json };
 
 // Rows for stdout: an aligned table for people, CSV or JSON for programs. All cells are text; those of a numeric column
-// are aligned to the right, and bare numbers in JSON.
+// are aligned to the right, and bare numbers in JSON, whose keys have no blanks.
 class Table {
 public:
     struct Column {

@@ -5,6 +5,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace tessi {
@@ -18,6 +19,12 @@ std::string clockText(__int64 seconds)
 std::string clockTextMs(__int64 milliseconds)
 {
     return fmt::format("{}.{:03}", clockText(milliseconds / 1000), milliseconds % 1000);
+}
+
+std::string jsonKey(std::string name)
+{
+    std::replace(name.begin(), name.end(), ' ', '_');
+    return name;
 }
 
 std::string priceText(double price, double tick)

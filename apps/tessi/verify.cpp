@@ -84,8 +84,9 @@ bool verify(const Arguments& arguments)
 
 void addVerify(CLI::App& app, int& exitCode)
 {
-    auto* const command =
-        app.add_subcommand("verify", "Hold the book that is built from a day's ticks against the day's snapshots");
+    auto* const command = app.add_subcommand(
+        "verify",
+        "Hold the book built from a day's ticks, and trades matched to snapshots, against the day's snapshots");
     auto arguments = std::make_shared<Arguments>();
     command
         ->add_option("DIR", arguments->folders,
@@ -98,7 +99,8 @@ void addVerify(CLI::App& app, int& exitCode)
         ->check(notBelowZero())
         ->capture_default_str();
     command->add_flag("--json", arguments->json, "An array of one object a day");
-    command->add_flag("--misses", arguments->misses, "List every snapshot without a match, and what explains it");
+    command->add_flag("--misses", arguments->misses,
+                      "List every snapshot and every pair without a match, and what explains it");
     command->final_callback([arguments, &exitCode] { exitCode = verify(*arguments) ? kOk : kDiffers; });
 }
 

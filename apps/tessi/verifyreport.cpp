@@ -1,5 +1,6 @@
 #include "apps/tessi/verifyreport.h"
 
+#include "apps/tessi/pairreport.h"
 #include "apps/tessi/table.h"
 #include "apps/tessi/text.h"
 
@@ -64,11 +65,10 @@ Table dayTable(const std::vector<VerifiedDay>& days)
                  {"parked", true},
                  {"forgotten", true}});
     for (const VerifiedDay& day : days) {
-        const auto text = [](auto figure) { return std::to_string(figure); };
-        table.add({day.market, day.code, text(day.day), text(day.snapshots), text(day.rawMatches),
-                   text(day.misses.size()), text(day.missesByMarketOrders()), text(day.missesByOtherOrders()),
-                   text(day.missesUnexplained()), text(day.newer), text(day.correctedMatches), text(day.parked),
-                   text(day.forgotten)});
+        table.add({day.market, day.code, numberText(day.day), numberText(day.snapshots), numberText(day.rawMatches),
+                   numberText(day.misses.size()), numberText(day.missesByMarketOrders()),
+                   numberText(day.missesByOtherOrders()), numberText(day.missesUnexplained()), numberText(day.newer),
+                   numberText(day.correctedMatches), numberText(day.parked), numberText(day.forgotten)});
     }
     return table;
 }
@@ -150,11 +150,17 @@ nlohmann::ordered_json jsonOf(const Miss& miss)
 void printVerified(std::ostream& out, const std::vector<VerifiedDay>& days, bool misses, bool colours)
 {
     dayTable(days).print(out, Format::Table, false);
+    out << "\n";
+    printPairs(out, days);
     for (const VerifiedDay& day : days)
         printDivergence(out, day, colours);
     for (const VerifiedDay& day : days) {
         if (misses && !day.misses.empty())
             printMisses(out, day);
+        if (misses && !day.pairs.misses.empty()) {
+            out << "\n" << dayName(day) << ": pairs with other hands than their snapshot's volume step\n";
+            printPairMisses(out, day.pairs);
+        }
     }
 }
 
@@ -174,10 +180,12 @@ void printVerifiedJson(std::ostream& out, const std::vector<VerifiedDay>& days, 
                                          {"correctedMatches", day.correctedMatches},
                                          {"parked", day.parked},
                                          {"forgotten", day.forgotten}};
+        addPairs(object, day.pairs);
         if (misses) {
             object["misses"] = nlohmann::ordered_json::array();
             for (const Miss& miss : day.misses)
                 object["misses"].push_back(jsonOf(miss));
+            object["pairMisses"] = pairMissesJson(day.pairs);
         }
         all.push_back(std::move(object));
     }

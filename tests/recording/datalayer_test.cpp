@@ -171,6 +171,29 @@ TEST(DataLayer, shouldLeaveOutShanghaisTradeCancelsWhenAsked)
     }
 }
 
+TEST(DataLayer, shouldLeaveOutShanghaisDeletesWhenAsked)
+{
+    const auto deletion = std::make_shared<quoter::OrderData>();
+    deletion->timetag = kMorning + 1020;
+    deletion->seq = 1;
+    deletion->bsFlag = quoter::kSideCancelBuy;
+    for (const char* market : {"SH", "SZ"}) {
+        Receiver got;
+        DataLayer layer(DayBuilder()
+                            .market(market)
+                            .order(1000, 10, 100, 1)
+                            .add(Stream::Orders, deletion)
+                            .cancel(1030, 100, 1)
+                            .share());
+        for (const Stream stream : {Stream::Orders, Stream::Trades})
+            layer.subscribe(request(market), stream, got.named(streamName(stream)), ShanghaiCancels::InTradesOnly);
+        layer.start();
+        layer.waitUntilDelivered();
+        EXPECT_EQ(got.text, market == std::string("SH") ? "orders 0: 1000\ntrades 0: 1030\n"
+                                                        : "orders 0: 1000 1020\ntrades 0: 1030\n");
+    }
+}
+
 TEST(DataLayer, shouldDeliverInTheTerminalsUnitsWhenTheInstrumentIsABond)
 {
     __int64 volume = 0;

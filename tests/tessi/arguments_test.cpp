@@ -9,7 +9,8 @@ using namespace tests;
 TEST(Arguments, shouldExplainWhenAskedForHelp)
 {
     const Scratch scratch;
-    for (const char* arguments : {"--help", "simulate --help", "import --help", "replay --help", "verify --help"}) {
+    for (const char* arguments :
+         {"--help", "simulate --help", "import --help", "replay --help", "trace --help", "verify --help"}) {
         const Outcome run = scratch.tessi(arguments);
         EXPECT_EQ(run.exitCode, 0) << arguments;
         EXPECT_NE(run.out.find("Usage:"), std::string::npos) << arguments;

@@ -1,7 +1,6 @@
 #include "recording/dayfolder.h"
-#include "tests/support/instruments.h"
-#include "tests/support/records.h"
 #include "tests/tessi/command.h"
+#include "tests/tessi/handmadeday.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -14,33 +13,25 @@ using namespace tests;
 
 // A small day: two limit orders a side, a sell that trades, a snapshot that knows of it, and behind that an order
 // that rests without a row and one that shows.
-recording::RecordedDay smallDay()
+HandmadeDay smallDay()
 {
-    using recording::Stream;
     std::shared_ptr<quoter::QuoterDepthData> snapshot =
         level2("09:30:06").bid(10.00, 180).ask(10.02, 500).last(10.00).volume(120);
-    recording::RecordedDay day;
-    day.instrument = stock("SZ", "000001", {100003});
-    day.tradingDay = 20240301;
-    day.streams = {Stream::Orders, Stream::Trades, Stream::Snapshots};
-    const auto add = [&day](Stream stream, const std::shared_ptr<quoter::QuoterBase>& record) {
-        day.events.push_back({stream, record, nullptr});
-    };
-    add(Stream::Orders, order(1).buy(10.00).shares(300).time("09:30:00.100"));
-    add(Stream::Orders, order(2).buy(9.99).shares(1000).time("09:30:00.200"));
-    add(Stream::Orders, order(3).sell(10.02).shares(500).time("09:30:00.300"));
-    add(Stream::Orders, order(4).sell(10.05).shares(250).time("09:30:00.400"));
-    add(Stream::Orders, order(5).sell(10.00).shares(120).time("09:30:05"));
-    add(Stream::Trades, fill(1, 5).at(10.00).shares(120).time("09:30:05"));
-    add(Stream::Snapshots, snapshot);
-    add(Stream::Orders, order(6).buy(0).kind(6).shares(700).time("09:30:06.500"));
-    add(Stream::Orders, order(7).buy(10.00).shares(60).time("09:30:07"));
+    HandmadeDay day;
+    day << order(1).buy(10.00).shares(300).time("09:30:00.100") << order(2).buy(9.99).shares(1000).time("09:30:00.200")
+        << order(3).sell(10.02).shares(500).time("09:30:00.300")
+        << order(4).sell(10.05).shares(250).time("09:30:00.400") << order(5).sell(10.00).shares(120).time("09:30:05")
+        << fill(1, 5).at(10.00).shares(120).time("09:30:05") << snapshot
+        << order(6).buy(0).kind(6).shares(700).time("09:30:06.500") << order(7).buy(10.00).shares(60).time("09:30:07");
     return day;
 }
 
 class BookPanelsTest : public ::testing::Test {
 protected:
-    BookPanelsTest() { recording::writeDay(smallDay(), m_scratch.path("day"), recording::Compression::None); }
+    BookPanelsTest()
+    {
+        recording::writeDay(smallDay().recorded(), m_scratch.path("day"), recording::Compression::None);
+    }
 
     Outcome replay(const std::string& arguments) const { return m_scratch.tessi("replay day " + arguments); }
 

@@ -77,6 +77,14 @@ TEST(Table, shouldBeParsableWhenFormatIsJson)
     EXPECT_EQ(printed(Table({{"name"}}), Format::Json), "[]\n");
 }
 
+TEST(Table, shouldHaveKeysWithoutBlanksWhenFormatIsJson)
+{
+    Table table({{"left after it", true}, {"buy kind"}});
+    table.add({"7", "near same"});
+    EXPECT_EQ(printed(table, Format::Json), "[\n {\"left_after_it\": 7, \"buy_kind\": \"near same\"}\n]\n");
+    EXPECT_EQ(printed(table, Format::Csv), "left after it,buy kind\n7,near same\n");
+}
+
 TEST(Table, shouldRefuseRowWhenCellsAreMissing)
 {
     Table table({{"a"}, {"b"}});

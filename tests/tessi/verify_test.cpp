@@ -54,7 +54,7 @@ TEST(Verify, shouldSucceedWhenEverySnapshotIsAStateOfTheBook)
     write(limitOrdersOnly(), scratch, "day");
     const Outcome run = scratch.tessi("verify day");
     EXPECT_EQ(run.exitCode, 0) << run.out;
-    EXPECT_EQ(std::count(run.out.begin(), run.out.end(), '\n'), 2) << "a header and the day";
+    EXPECT_EQ(std::count(run.out.begin(), run.out.end(), '\n'), 5) << "two headers, the day twice, a blank line";
     EXPECT_EQ(run.err, "");
 }
 
@@ -120,7 +120,8 @@ TEST(Verify, shouldGiveAnObjectForEachDayWhenFormatIsJson)
         EXPECT_EQ(day.at("market"), "SZ");
         EXPECT_EQ(day.at("code"), "009001");
         EXPECT_EQ(day.at("day"), 20240315);
-        for (const char* figure : {"snapshots", "rawMatches", "newer", "correctedMatches", "parked", "forgotten"})
+        for (const char* figure : {"snapshots", "rawMatches", "newer", "correctedMatches", "parked", "forgotten",
+                                   "pairs", "pairMatches", "pairsRightRows"})
             EXPECT_TRUE(day.at(figure).is_number_integer()) << figure;
         EXPECT_EQ(day.at("newer"), day.at("correctedMatches"));
     }
@@ -186,7 +187,7 @@ TEST(Verify, shouldFailWithUsageWhenArgumentsAreWrong)
 
 struct Day {
     const char* folder;
-    int snapshots, rawMatches;
+    int snapshots, rawMatches, pairs, pairMatches, pairsRightRows, wholeHands, carried, oddLots, noRow;
 };
 
 void PrintTo(const Day& day, std::ostream* out)
@@ -217,15 +218,24 @@ TEST_P(VerifyRecordedDays, shouldMatchAllButWhatMarketOrdersExplainWhenDayIsReal
     EXPECT_GT(verified.at("newer"), 1000);
     EXPECT_EQ(verified.at("correctedMatches"), verified.at("newer"));
     EXPECT_EQ(verified.at("forgotten"), 0);
+    EXPECT_EQ(verified.at("pairs"), day.pairs);
+    EXPECT_EQ(verified.at("pairMatches"), day.pairMatches);
+    EXPECT_EQ(verified.at("pairsRightRows"), day.pairsRightRows);
+    const auto& faults = verified.at("pairFaults");
+    EXPECT_EQ(faults.at("wholeHands"), day.wholeHands);
+    EXPECT_EQ(faults.at("carried"), day.carried);
+    EXPECT_EQ(faults.at("oddLots"), day.oddLots);
+    EXPECT_EQ(faults.at("noRow"), day.noRow);
+    EXPECT_EQ(day.pairMatches + day.wholeHands + day.carried + day.oddLots + day.noRow, day.pairs);
 
     EXPECT_EQ(scratch.tessi("verify '" + source.string() + "' --json --allow 1000").out, run.out)
         << "files of the exchange are imported on the way";
 }
 
 INSTANTIATE_TEST_SUITE_P(Days, VerifyRecordedDays,
-                         ::testing::Values(Day{"szse-20171229-300446", 1851, 1841},
-                                           Day{"szse-20170103-000001", 4621, 4354},
-                                           Day{"sse-20230201-600519", 4841, 4841}),
+                         ::testing::Values(Day{"szse-20171229-300446", 1851, 1841, 855, 852, 850, 2, 0, 0, 1},
+                                           Day{"szse-20170103-000001", 4621, 4354, 3446, 3368, 3427, 70, 7, 0, 1},
+                                           Day{"sse-20230201-600519", 4841, 4841, 4542, 4498, 4494, 18, 22, 2, 2}),
                          [](const auto& param) { return testName(param.param.folder); });
 
 } // namespace

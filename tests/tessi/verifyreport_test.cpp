@@ -41,11 +41,26 @@ std::string printed(const VerifiedDay& day, bool misses = false)
 {
     std::ostringstream out;
     tessi::printVerified(out, {day}, misses, false);
-    const std::string text = out.str();
-    return text.substr(text.find('\n', text.find('\n') + 1) + 1); // what comes below the table
+    std::string text = out.str();
+    for (int line = 0; line < 5; ++line)
+        text.erase(0, text.find('\n') + 1);
+    return text; // what comes below the two tables
 }
 
-TEST(VerifyReport, shouldEndWithTheTableWhenDayAgrees)
+// Two pairs of five do not match.
+VerifiedDay withPairs()
+{
+    using tessi::PairFault;
+    VerifiedDay day = agreeing();
+    day.pairs.pairs = 5;
+    day.pairs.matches = 3;
+    day.pairs.rightRows = 4;
+    day.pairs.misses = {{tests::timeOf("10:30:03"), {4, 6}, {4, 6}, 1290, 12, 13, PairFault::WholeHands},
+                        {tests::timeOf("10:30:06"), {6, 6}, {-1, -1}, 100, 1, 0, PairFault::NoRow}};
+    return day;
+}
+
+TEST(VerifyReport, shouldEndWithTheTablesWhenDayAgrees)
 {
     EXPECT_EQ(printed(agreeing(), true), "");
 }
@@ -102,6 +117,41 @@ TEST(VerifyReport, shouldListEveryMissWhenAsked)
               "order 9 (kind 7, sell) with 300 shares at 10.01\n"
               "10:30:06       17        1200  no resting order explains it\n"
               "10:30:09       17        1200  no state of the book has this day volume\n");
+}
+
+TEST(VerifyReport, shouldCountPairsByWhatExplainsThemWhenDayIsPrinted)
+{
+    std::ostringstream out;
+    tessi::printVerified(out, {withPairs()}, false, false);
+    const std::string text = out.str();
+    EXPECT_EQ(text.substr(text.find("\n\n") + 2),
+              "market  code         day  pairs  pair matches  right rows  whole hands  carried  odd lots  late trade  "
+              "other price  no row  unknown\n"
+              "SZ      000001  20240301      5             3           4            1        0         0           0  "
+              "          0       1        0\n");
+}
+
+TEST(VerifyReport, shouldListEveryPairWithoutAMatchWhenAsked)
+{
+    EXPECT_EQ(printed(withPairs(), true),
+              "\nSZ 000001 20240301: pairs with other hands than their snapshot's volume step\n"
+              "time      step  hands  shares  rows  right rows  why\n"
+              "10:30:03    13     12    1290  4-6   4-6         whole hands\n"
+              "10:30:06     0      1     100  6-6               no row\n");
+}
+
+TEST(VerifyReport, shouldGivePairsAsFieldsWhenFormatIsJson)
+{
+    std::ostringstream out;
+    tessi::printVerifiedJson(out, {withPairs()}, true);
+    const auto json = nlohmann::json::parse(out.str()).at(0);
+    EXPECT_EQ(json.at("pairs"), 5);
+    EXPECT_EQ(json.at("pairMatches"), 3);
+    EXPECT_EQ(json.at("pairsRightRows"), 4);
+    EXPECT_EQ(json.at("pairFaults").at("wholeHands"), 1);
+    EXPECT_EQ(json.at("pairFaults").at("carried"), 0);
+    EXPECT_EQ(json.at("pairMisses").at(1), nlohmann::json::parse(R"({"time": "10:30:06", "step": 0, "hands": 1,
+        "shares": 100, "rows": "6-6", "rightRows": "", "why": "noRow"})"));
 }
 
 TEST(VerifyReport, shouldCountMissesByWhatExplainsThemWhenFormatIsJson)
