@@ -1,7 +1,9 @@
+#include "tests/tessimodel/encounter.h"
 #include "tests/tessimodel/tradelist.h"
 
 #include <boost/thread/lock_guard.hpp>
 
+#include <chrono>
 #include <thread>
 
 namespace {
@@ -33,7 +35,8 @@ protected:
         const int before = taken();
         const int all = before + static_cast<int>(records.size());
         ((*model).*callback)(0, moreHistory, batchFor("SZ", "000001", records));
-        while (taken() == before)
+        const auto end = std::chrono::steady_clock::now() + kLong;
+        while (taken() == before && std::chrono::steady_clock::now() < end)
             std::this_thread::yield();
         model->setStock(keyOf("SZ", "000002"));
         terminal.strands.waitIdle();
