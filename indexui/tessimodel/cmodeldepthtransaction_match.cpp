@@ -29,23 +29,20 @@ void setPair(std::map<int, CModelDepthTransaction::SeqPair>& pairs, int second, 
 
 int CModelDepthTransaction::tryMatch(const std::shared_ptr<ztservice::CInstrumentDetail>& stock)
 {
+    ModelLock lock(m_mutex);
+    if (m_lastMatchedQuote + 1 >= m_quotes.size())
+        return kNothingToDo;
     int start = 0;
-    {
-        const ModelLock lock(m_mutex);
-        if (m_lastMatchedQuote + 1 >= m_quotes.size())
+    if (m_lastMatchedQuote != -1) {
+        const auto matched = m_seqPairs.find(secondOfQuote(m_lastMatchedQuote));
+        if (matched == m_seqPairs.end())
             return kNothingToDo;
-        if (m_lastMatchedQuote != -1) {
-            const auto matched = m_seqPairs.find(secondOfQuote(m_lastMatchedQuote));
-            if (matched == m_seqPairs.end())
-                return kNothingToDo;
-            start = matched->second.second + 1;
-        }
-        if (start >= m_rowCount)
-            return kNothingToDo;
+        start = matched->second.second + 1;
     }
-    // The lock is given back after each snapshot. Whatever was emptied meanwhile ends the loop.
+    if (start >= m_rowCount)
+        return kNothingToDo;
+    // Whatever was emptied while the lock was free ends the loop.
     for (;;) {
-        const ModelLock lock(m_mutex);
         if (!isSameInstrument(m_stock, stock))
             return kForeign;
         if (m_lastMatchedQuote + 1 >= m_quotes.size())
@@ -54,6 +51,8 @@ int CModelDepthTransaction::tryMatch(const std::shared_ptr<ztservice::CInstrumen
             openPair();
             return kRanToEnd;
         }
+        lock.unlock(); // panels get in between two snapshots
+        lock.lock();
     }
 }
 
@@ -110,7 +109,6 @@ bool CModelDepthTransaction::matchNextQuote(int& start)
         setPair(m_seqPairs, secondOfQuote(quote), {before, before});
     }
     m_lastMatchedQuote = quote;
-    m_search = {};
     return true;
 }
 
