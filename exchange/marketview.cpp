@@ -3,6 +3,8 @@
 #include "exchange/auction.h"
 #include "exchange/orderbook.h"
 
+#include <algorithm>
+
 namespace exchange {
 
 namespace {
@@ -10,12 +12,13 @@ namespace {
 SideView viewOf(const Levels& levels)
 {
     SideView view;
-    view.all.reserve(levels.size());
+    view.all.reserve(std::min(levels.size(), kThousandLevels));
     __int64 amountInTicks = 0;
     for (const auto& [key, level] : levels) {
         if (view.all.size() < kShownLevels)
             view.shown[view.all.size()] = {level.price, level.volume};
-        view.all.push_back({level.price, level.volume, level.orders.size()});
+        if (view.all.size() < kThousandLevels)
+            view.all.push_back({level.price, level.volume, level.orders.size()});
         view.total += level.volume;
         amountInTicks += level.price * level.volume;
     }

@@ -13,6 +13,7 @@ class OrderBook;
 
 constexpr std::size_t kShownLevels = 10;
 constexpr std::size_t kQueuedOrders = 50;
+constexpr std::size_t kThousandLevels = 1000;
 
 // What is shown of one side of the book. Best price first, oldest order first.
 struct SideView {
@@ -30,9 +31,9 @@ struct SideView {
 
     std::array<ShownLevel, kShownLevels> shown{}; // price 0 and volume 0 where there is no level
     Ticks queuePrice = 0;
-    std::vector<Shares> queue; // the first orders at queuePrice
-    std::vector<FullLevel> all;
-    Ticks averagePrice = 0; // of all shares, rounded to the tick, half a tick up
+    std::vector<Shares> queue;  // the first orders at queuePrice
+    std::vector<FullLevel> all; // the first kThousandLevels
+    Ticks averagePrice = 0;     // of all shares of the book, rounded to the tick, half a tick up
     Shares total = 0;
 
     friend bool operator==(const SideView&, const SideView&) = default;

@@ -13,8 +13,10 @@ struct SimulationOptions {
 
     std::string code = "009001"; // 1 to 12 letters or digits; the market is "SZ"
     std::string name = "模拟股份";
-    int tradingDay = 20240315;           // yyyymmdd, a calendar date from 19700102 to 20380118
-    double lastClose = 42.50;            // whole ticks of 0.01, from 1.00 to 5000.00; the limits are 10% off it
+    int tradingDay = 20240315; // yyyymmdd, a calendar date from 19700102 to 20380118
+    // Whole ticks of 0.01, from 1.00 to 5000.00; the limits are 10% off it. From about 500.00 on, with the orders
+    // below, a side has up to 1,000 levels.
+    double lastClose = 42.50;
     __int64 totalShares = 2'400'000'000; // above 0
     __int64 floatShares = 1'800'000'000; // above 0, at most totalShares
 

@@ -28,6 +28,9 @@ using SimulationProgress = std::function<void(int doneMs, int totalMs)>;
 //     changed. An auction's last snapshot, stamped with the very moment at which the auction
 //     ends, shows the state before its trades, and still the auction's tradeStatus; all others show the phase that
 //     their stamp lies in.
+//   - a thousand-level snapshot has 1,000 levels a side at most. Between the last close and a limit there are as many
+//     prices as a tenth of it has ticks: a stock of 42.50 has some 300 levels a side, one of 500.00 up to 1,000, and
+//     how often on both sides at once depends on where its price goes.
 // Records never go back in time, across all streams.
 //
 // The same options give the same bytes on every machine. Throws std::invalid_argument for options out of range.

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace exchange {
 
 namespace {
@@ -64,6 +66,25 @@ TEST(MarketView, shouldShowFiftyOrdersWhenTheQueueIsLonger)
     EXPECT_EQ(view.bid.queue.front(), 1);
     EXPECT_EQ(view.bid.queue.back(), 50);
     EXPECT_EQ(view.bid.all.front().orders, 60U);
+}
+
+TEST(MarketView, shouldShowAThousandLevelsWhenTheBookGoesDeeper)
+{
+    for (const int levels : {999, 1000, 1001, 1500}) {
+        OrderBook book(PriceBand::around(100'000));
+        for (int i = 0; i < levels; ++i) {
+            book.enter(order(2 * i + 1).sell(100'000 + i).shares(100));
+            book.enter(order(2 * i + 2).buy(99'999 - i).shares(200));
+        }
+        const MarketView view(book, Phase::Continuous, {});
+        const auto shown = static_cast<std::size_t>(std::min(levels, 1000));
+        EXPECT_EQ(view.ask.all.size(), shown);
+        EXPECT_EQ(view.ask.all.back().price, 99'999 + static_cast<int>(shown)) << "the worst go";
+        EXPECT_EQ(view.bid.all.size(), shown);
+        EXPECT_EQ(view.bid.all.back().price, 100'000 - static_cast<int>(shown));
+        EXPECT_EQ(view.ask.total, 100 * levels) << "the sums are of the whole book";
+        EXPECT_EQ(view.bid.total, 200 * levels);
+    }
 }
 
 TEST(MarketView, shouldShowOnlyWhatWouldTradeWhenACallAuctionRuns)

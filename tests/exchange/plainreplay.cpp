@@ -383,10 +383,25 @@ std::string PlainReplay::thousandText() const
         text.append(buy ? "bid" : " ask");
         if (inAuction())
             continue;
-        for (const auto& [key, level] : levels(buy))
-            text.append(line(" ", std::abs(key), "=", level.volume, "/", level.orders.size()));
+        int shown = 0;
+        for (const auto& [key, level] : levels(buy)) {
+            if (shown++ < 1000)
+                text.append(line(" ", std::abs(key), "=", level.volume, "/", level.orders.size()));
+        }
     }
     return text;
+}
+
+std::map<int, PlainReplay::Resting> PlainReplay::marketOrders(bool buy) const
+{
+    std::map<int, Resting> resting;
+    for (const auto& [seq, order] : m_resting) {
+        if (order.buy != buy || order.kind == 1)
+            continue;
+        resting[order.price].shares += order.left();
+        ++resting[order.price].orders;
+    }
+    return resting;
 }
 
 std::map<int, __int64> PlainReplay::limitShares(bool buy) const

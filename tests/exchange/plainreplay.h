@@ -36,6 +36,13 @@ public:
     // trade: a book of price levels shows these, and none of the market orders that rest.
     std::map<int, __int64> limitShares(bool buy) const;
 
+    // The resting orders of market kinds, at the prices that the exchange gave them.
+    struct Resting {
+        __int64 shares = 0;
+        int orders = 0;
+    };
+    std::map<int, Resting> marketOrders(bool buy) const;
+
     // The tradeStatus of a snapshot with the newest time. A call auction still shows itself at the moment it ends.
     int status() const;
 

@@ -193,6 +193,34 @@ TEST(DefaultDay, shouldKeepItsFingerprintWhenTheBuildDiffers)
     EXPECT_EQ(dayFingerprint(simulateDay({})), 1980119005133581987U);
 }
 
+// A price at which a tenth of it has ticks enough.
+TEST(DearDay, shouldFillAThousandLevelsOfASideWhenThePriceIsHigh)
+{
+    for (const std::uint64_t seed : {1U, 2U, 3U}) {
+        SimulationOptions options;
+        options.seed = seed;
+        options.lastClose = 500.00;
+        options.ordersPerDay = 20'000;
+        std::size_t full = 0;
+        std::size_t both = 0;
+        std::size_t most = 0;
+        for (const Event& event : simulateDay(options).events) {
+            const auto* const record = dynamic_cast<const quoter::LevelThousandData*>(event.record.get());
+            if (!record)
+                continue;
+            const auto [fewer, more] = std::minmax({record->bidPrices.size(), record->askPrices.size()});
+            full += more == 1000 ? 1U : 0U;
+            both += fewer == 1000 ? 1U : 0U;
+            most = std::max(most, more);
+        }
+        EXPECT_EQ(most, 1000U) << "seed " << seed;
+        EXPECT_GT(full, 100U) << "seed " << seed;
+        if (seed == 1) {
+            EXPECT_GT(both, 100U) << "other days drift away from one of their limits";
+        }
+    }
+}
+
 TEST(SmallDay, shouldHoldTogetherWhenHardlyAnyoneTrades)
 {
     for (int orders = 1; orders <= 40; ++orders) {
