@@ -57,7 +57,7 @@ void CModelDepthEntrust::setStock(const QString& key)
 void CModelDepthEntrust::initStockParams()
 {
     const ModelLock lock(m_mutex);
-    takeStockParams(*this);
+    takeStockParams(*this, sharesPerHand);
 }
 
 void CModelDepthEntrust::getParams(CFormulaParam& param) const

@@ -1,5 +1,6 @@
 #include "indexui/tessimodel/cmodeldepththousand.h"
 
+#include "indexui/tessimodel/detail/batchlog.h"
 #include "indexui/tessimodel/detail/bookmodel.h"
 #include "indexui/tessimodel/detail/strand.h"
 

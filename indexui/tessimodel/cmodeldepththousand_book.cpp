@@ -1,5 +1,6 @@
 #include "indexui/tessimodel/cmodeldepththousand_book.h"
 
+#include "indexui/tessimodel/detail/bookside.h"
 #include "indexui/tessimodel/detail/levelsteps.h"
 #include "indexui/tessimodel/detail/release.h"
 #include "indexui/tessimodel/detail/tickbook.h"
@@ -21,93 +22,24 @@ using Lock = boost::lock_guard<RecursiveLock>;
 // A change mark shows for so long, in the time of the ticks; at the next millisecond it is gone.
 constexpr __int64 kFadeMs = 3001;
 
-// The lock of a level, if a panel may know it. One that was never given out needs none beside the book's.
-class LentLock {
-public:
-    LentLock(SingleQueue& level, bool isLent)
-        : m_mutex(isLent ? &level.m_mutex : nullptr)
-    {
-        if (m_mutex) [[unlikely]]
-            m_mutex->lock();
-    }
-
-    LentLock(const LentLock&) = delete;
-    LentLock& operator=(const LentLock&) = delete;
-
-    ~LentLock()
-    {
-        if (m_mutex)
-            m_mutex->unlock();
-    }
-
-private:
-    boost::recursive_mutex* m_mutex;
-};
-
 } // namespace
 
-// One side of the book as the common steps see it: levels with their rows. Which side it is, is part of the type: every
-// tick goes through here.
+// One side of the book as the common steps see it: levels with their rows.
 template <bool IsBid>
-class ThousandBook::Side {
+class ThousandBook::Side : public BookSide<Side<IsBid>, ThousandBook, IsBid> {
 public:
-    explicit Side(ThousandBook& book)
-        : m_book(book)
-    {}
-
-    Place* find(int key)
-    {
-        if (Place* const slot = places().slot(key))
-            return slot->queue ? slot : nullptr;
-        return findFar(key);
-    }
-
-    [[gnu::noinline]] Place* open(int key, double price)
-    {
-        const auto level = m_book.m_spareLevels.insert(
-            levels(), following(key), key, [&] { return std::make_shared<SingleQueue>(price, IsBid); },
-            [&](SingleQueue& queue) { queue.renew(price, IsBid); });
-        const auto row = key > 0 ? openRow(std::next(level), key) : rows().end();
-        keysChanged() = true;
-        if (!places().slot(key) && places().reach(key))
-            enterAll();
-        Place* const slot = places().slot(key);
-        Place& place = slot ? *slot : m_book.m_farPlace;
-        place = placeAt(level, row);
-        return &place;
-    }
-
-    std::shared_ptr<SingleQueue> lend(int key)
-    {
-        const Place* const place = find(key);
-        if (!place)
-            return nullptr;
-        place->queue->m_lent = true;
-        return place->levelEntry->second;
-    }
-
-    [[gnu::noinline]] void close(Place* place)
-    {
-        leaveQuotes(*place->queue);
-        if (place->row)
-            m_book.m_spareRows.erase(rows(), place->rowEntry);
-        if (place->queue->m_lent)
-            place->levelEntry->second.reset(); // it is not used again: a panel read it by its own lock
-        m_book.m_spareLevels.erase(levels(), place->levelEntry);
-        keysChanged() = true;
-        *place = {};
-    }
+    using BookSide<Side, ThousandBook, IsBid>::BookSide;
 
     bool add(Place* place, const OrderPtr& order, OrderPlace& own)
     {
-        const LentLock lock(*place->queue, place->queue->m_lent);
-        return addOrder(*place->queue, *order, place->row, m_book.m_volumeUnit, keeper(own));
+        const LentLock lock = this->lockOf(place);
+        return addOrder(*place->queue, *order, place->row, m_book.m_volumeUnit, this->keeper(own));
     }
 
     bool deal(Place* place, const TradePtr& trade, OrderPlace& own)
     {
-        const LentLock lock(*place->queue, place->queue->m_lent);
-        return takeTrade(*place->queue, *trade, place->row, m_book.m_volumeUnit, keeper(own));
+        const LentLock lock = this->lockOf(place);
+        return takeTrade(*place->queue, *trade, place->row, m_book.m_volumeUnit, this->keeper(own));
     }
 
     bool isDead(Place* place) const { return !place->queue->m_active; }
@@ -118,37 +50,34 @@ public:
             m_book.noteMark(*place, IsBid);
     }
 
-    Pending& pending() { return IsBid ? m_book.m_pendingBuy : m_book.m_pendingSell; }
-    __int64 lastSeq() const { return IsBid ? m_book.m_lastBuySeq : m_book.m_lastSellSeq; }
-    void markDirty() { (IsBid ? m_book.m_bidsDirty : m_book.m_asksDirty) = true; }
     void forget() { ++m_book.m_forgotten; }
 
+    // The row stands before the row of the level that follows.
+    Place opened(Levels::iterator level)
+    {
+        keysChanged() = true;
+        return level->first > 0 ? withRow(level, openRow(std::next(level), level->first))
+                                : withRow(level, rows().end());
+    }
+
+    Place placeAt(Levels::iterator level) const { return withRow(level, rows().find(level->first)); }
+
+    void closing(Place& place)
+    {
+        keysChanged() = true;
+        if (place.row)
+            m_book.m_spareRows.erase(rows(), place.rowEntry);
+    }
+
 private:
-    BookKeeper keeper(OrderPlace& own) const { return {m_book.m_quoteStore, own, IsBid}; }
+    using BookSide<Side, ThousandBook, IsBid>::m_book;
 
     bool& keysChanged() { return IsBid ? m_book.m_bidKeysChanged : m_book.m_askKeysChanged; }
+    EntrustRows& rows() const { return IsBid ? m_book.m_bidRows : m_book.m_askRows; }
 
-    [[gnu::noinline]] Place* findFar(int key)
-    {
-        const auto level = levels().find(key);
-        if (level == levels().end())
-            return nullptr;
-        m_book.m_farPlace = placeOf(level);
-        return &m_book.m_farPlace;
-    }
-
-    // The level before which a new one of that key stands. Most new levels are the best of their side.
-    Levels::iterator following(int key)
-    {
-        if (levels().empty() || levels().rbegin()->first < key)
-            return levels().end();
-        return key < levels().begin()->first ? levels().begin() : levels().upper_bound(key);
-    }
-
-    // The row stands before the row of the level that follows.
     EntrustRows::iterator openRow(Levels::iterator nextLevel, int key)
     {
-        const auto nextRow = nextLevel == levels().end() ? rows().end() : placeOf(nextLevel).rowEntry;
+        const auto nextRow = nextLevel == this->levels().end() ? rows().end() : this->placeOf(nextLevel).rowEntry;
         return m_book.m_spareRows.insert(
             rows(), nextRow, key, [] { return boost::make_shared<EntrustData>(); },
             [](EntrustData& row) {
@@ -160,45 +89,10 @@ private:
             });
     }
 
-    Place placeAt(Levels::iterator level, EntrustRows::iterator row) const
+    Place withRow(Levels::iterator level, EntrustRows::iterator row) const
     {
         return {level->second.get(), row == rows().end() ? nullptr : row->second.get(), level, row};
     }
-
-    Place placeOf(Levels::iterator level) const
-    {
-        const Place* const slot = places().slot(level->first);
-        return slot && slot->queue ? *slot : placeAt(level, rows().find(level->first));
-    }
-
-    // A level may go with orders left, when some are of no volume or less. A panel that holds the level keeps them.
-    void leaveQuotes(SingleQueue& queue)
-    {
-        OrderPlace nowhere;
-        const BookKeeper leaving = keeper(nowhere);
-        if (queue.m_lent) {
-            for (auto quote = queue.m_quotes.begin(); quote != queue.m_quotes.end(); ++quote)
-                leaving.forget(quote);
-            return;
-        }
-        while (!queue.m_quotes.empty())
-            leaving.erase(queue.m_quotes, queue.m_quotes.begin());
-    }
-
-    // After the busy range has grown.
-    void enterAll()
-    {
-        for (auto level = levels().begin(); level != levels().end(); ++level) {
-            if (Place* const slot = places().slot(level->first))
-                *slot = placeOf(level);
-        }
-    }
-
-    Levels& levels() const { return IsBid ? m_book.m_bidLevels : m_book.m_askLevels; }
-    EntrustRows& rows() const { return IsBid ? m_book.m_bidRows : m_book.m_askRows; }
-    BusyRange<Place>& places() const { return IsBid ? m_book.m_bidPlaces : m_book.m_askPlaces; }
-
-    ThousandBook& m_book;
 };
 
 ThousandBook::ThousandBook()
@@ -218,21 +112,12 @@ ThousandBook::~ThousandBook() = default;
     advanceTime(*this, order->timetag);
     if (!refresh)
         m_marksKnown = false;
-    if (!(order->bsFlag == quoter::kSideBuy ? enter<true>(order, flags) : enter<false>(order, flags)))
+    if (!(order->bsFlag == quoter::kSideBuy ? placeOrder(Side<true>(*this), order, flags)
+                                            : placeOrder(Side<false>(*this), order, flags)))
         return false;
     if (refresh)
         fadeDue();
     return true;
-}
-
-template <bool IsBid>
-bool ThousandBook::enter(const Order& order, int& flags)
-{
-    if (order->seq == 0)
-        m_hasSeqZero = true;
-    OrderPlace& place = m_orderPriceKeys[order->seq];
-    place.key = bookKey(*order, m_priceTick);
-    return placeOrder(Side<IsBid>(*this), order, place, flags);
 }
 
 [[gnu::flatten]] bool ThousandBook::appendTransaction(const Stock& stock, const Trade& trade, int& flags, bool refresh)
@@ -244,19 +129,13 @@ bool ThousandBook::enter(const Order& order, int& flags)
     if (!refresh)
         m_marksKnown = false;
 
-    const bool bidTook = this->trade<true>(trade->buySeq, trade, flags);
-    const bool askTook = this->trade<false>(trade->sellSeq, trade, flags);
+    Side<true> bids(*this);
+    Side<false> asks(*this);
+    const bool bidTook = dealOrPark(bids, bids.placeOfOrder(trade->buySeq), trade->buySeq, trade, flags);
+    const bool askTook = dealOrPark(asks, asks.placeOfOrder(trade->sellSeq), trade->sellSeq, trade, flags);
     if (refresh)
         fadeDue();
     return bidTook || askTook;
-}
-
-template <bool IsBid>
-bool ThousandBook::trade(__int64 seq, const Trade& trade, int& flags)
-{
-    // The side that a cancel does not have is not worth a search: no exchange numbers an order 0.
-    OrderPlace* const own = seq != 0 || m_hasSeqZero ? placeOfOrder(*this, seq) : nullptr;
-    return dealOrPark(Side<IsBid>(*this), own, seq, trade, flags);
 }
 
 void ThousandBook::refreshDecay()

@@ -116,6 +116,8 @@ public:
 private:
     template <bool IsBid>
     class Side;
+    template <class Own, class Book, bool IsBid>
+    friend class detail::BookSide;
 
     // A level with its row, and where they stand in their maps.
     struct Place {
@@ -125,10 +127,6 @@ private:
         EntrustRows::iterator rowEntry;
     };
 
-    template <bool IsBid>
-    bool enter(const Order& order, int& flags);
-    template <bool IsBid>
-    bool trade(__int64 seq, const Trade& trade, int& flags);
     template <bool IsBid>
     void fadeAll();
     template <bool IsBid>

@@ -18,6 +18,11 @@ struct TransactionData;
 
 namespace TC {
 
+namespace detail {
+template <class Own, class Book, bool IsBid>
+class BookSide;
+} // namespace detail
+
 class ThousandBook;
 
 // One order that still rests. Its live size is `volume` minus `dealVolume`; with its last share an order goes.
@@ -29,12 +34,15 @@ struct TESSIMODEL_EXPORT SingleQuote {
     int status = 1;     // 1 while untouched, -1 once partly dealt
 };
 
+// Stands for a number of orders that nobody told.
+inline constexpr int kUnknownNumber = -1;
+
 // One row of the book as a panel draws it: a price with what rests there, in hands.
 struct TESSIMODEL_EXPORT EntrustData {
     double price = 0;
-    int volume = 0;  // hands; ticks write at least 1 for any volume
-    int delta = 0;   // latest change in hands: above 0 an order, below 0 a trade or cancel, 0 none or faded
-    int number = -1; // orders at the price; -1 when unknown
+    int volume = 0;              // hands; ticks write at least 1 for any volume
+    int delta = 0;               // latest change in hands: above 0 an order, below 0 a trade or cancel, 0 none or faded
+    int number = kUnknownNumber; // orders at the price
 };
 
 inline SingleQuote readLive(const SingleQuote& quote)
@@ -117,6 +125,8 @@ public:
 
 private:
     friend class ThousandBook;
+    template <class Own, class Book, bool IsBid>
+    friend class detail::BookSide;
 
     void renew(double price, bool isBid); // as from the constructor
     void cutFront(__int64 excess);

@@ -16,17 +16,9 @@ bool CModelDepthThousand::isContinousStatus(const std::shared_ptr<quoter::Quoter
 void CModelDepthThousand::doQuoter(int, int batchKind, const Batch& batch)
 {
     takeSnapshots(*this, batch, [&](const DepthPtr& last, DayVolume dayVolume) {
-        if (batchKind == kHistoryStart)
-            m_quoterLastVolume = 0;
-        if (isHistory(batchKind))
-            takeHistoryStep(*this, batch->records, last, dayVolume);
-        else
-            takeLiveStep(*this, last, dayVolume);
-        // In a history it is the base already, so that its time does not count.
-        if (!m_quoter || dayVolume(m_quoter) < dayVolume(last)) {
+        takeVolumeStep(*this, batchKind, batch->records, last, dayVolume);
+        if (advanceBase(*this, last, dayVolume))
             m_quoterVolumeTime = last->timetag;
-            m_quoter = last;
-        }
     });
 }
 

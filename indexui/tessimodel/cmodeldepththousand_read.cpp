@@ -89,13 +89,10 @@ CModelDepthThousand::ReadSide CModelDepthThousand::askSide()
 bool CModelDepthThousand::checkUpdate(int& flags, EntrustList& bids, EntrustList& asks, double& lastPrice,
                                       int& lastVolume, double& minPrice, double& maxPrice, double& maxAmount)
 {
-    if (m_updateFlags.load(std::memory_order_relaxed) == 0)
-        return false;
-    const ModelLock lock(m_mutex);
-    // Taken before the rows are read: what is raised meanwhile is for the next read.
-    const int taken = m_updateFlags.exchange(0);
+    ModelLock lock(m_mutex, boost::defer_lock);
+    const int taken = takeFlags(*this, lock);
     if (taken == 0)
-        return false; // another panel was faster
+        return false;
 
     const RowExtremes extremes{minPrice, maxPrice, maxAmount};
     readRows(bidSide(), bids, extremes);

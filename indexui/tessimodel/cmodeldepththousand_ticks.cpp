@@ -22,14 +22,8 @@ public:
     template <class... Containers>
     void drop(Containers&... containers)
     {
+        const ModelLock lock(m_model.m_mutex);
         releaseLater(containers...);
-    }
-
-    void startBook(std::size_t orders, std::size_t trades)
-    {
-        m_model.m_book.clearBook();
-        m_model.m_book.clearPending();
-        m_model.m_book.reserve(withGrowth(orders), withGrowth(trades));
     }
 
     bool offer(const OrderPtr& order, int& flags, Ticks ticks)

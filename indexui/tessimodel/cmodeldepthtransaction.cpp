@@ -35,7 +35,7 @@ void CModelDepthTransaction::initStockParams()
     const ModelLock lock(m_mutex);
     m_isType277 = m_stock && hasAfterHoursType(*m_stock);
     m_isType10006 = m_stock && hasAfterHoursTypeSz(*m_stock);
-    takeStockParams(*this);
+    takeStockParams(*this, sharesPerHand);
     m_search = {};
 }
 

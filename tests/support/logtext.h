@@ -25,4 +25,12 @@ inline std::string logLine(const void* object, const std::string& rest)
     return text.str();
 }
 
+// The line of a batch for SZ 000001, as the models log it when it is delivered: batchLine(&model,
+// "TC::CModelDepthQueue::queueCallback", 2, "20240301093006-20240301093007").
+inline std::string batchLine(const void* model, const std::string& callback, int count, const std::string& range)
+{
+    return logLine(model, "[" + callback + "] data return, key: SZ_000001, count: " + std::to_string(count) +
+                              ", range: " + range);
+}
+
 } // namespace tests

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Formula/metacachedatawrapper.h"
+#include "quoter/levelorderdata.h"
 #include "quoter/orderdata.h"
 #include "quoter/quoteralldata.h"
 #include "quoter/quoterdepthdata.h"
@@ -13,6 +14,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 // Records as tests write them: order(1).buy(10.00).shares(300), level1("09:30:03").last(10.02).volume(500).
@@ -173,6 +175,46 @@ inline Trade cancelOfBuy(int buySeq)
 inline Trade cancelOfSell(int sellSeq)
 {
     return Trade(0, sellSeq, 3);
+}
+
+// The exchange's order queues at the best prices. A side that is not given has price 0 and no orders.
+class BestQueues {
+public:
+    explicit BestQueues(__int64 timetag)
+        : m_record(std::make_shared<quoter::LevelOrderData>())
+    {
+        m_record->timetag = timetag;
+    }
+
+    // The volumes in shares, oldest order first.
+    BestQueues& bid(double price, std::vector<int> volumes)
+    {
+        m_record->bidPrice = price;
+        m_record->bidQueue = std::move(volumes);
+        return *this;
+    }
+    BestQueues& ask(double price, std::vector<int> volumes)
+    {
+        m_record->askPrice = price;
+        m_record->askQueue = std::move(volumes);
+        return *this;
+    }
+
+    operator std::shared_ptr<quoter::QuoterBase>() const { return m_record; }
+    operator std::shared_ptr<quoter::LevelOrderData>() const { return m_record; }
+
+private:
+    std::shared_ptr<quoter::LevelOrderData> m_record;
+};
+
+inline BestQueues bestQueues(const std::string& clock = "09:30:00")
+{
+    return BestQueues(timeOf(clock));
+}
+
+inline BestQueues bestQueuesAt(__int64 timetag)
+{
+    return BestQueues(timetag);
 }
 
 // A batch as it is requested for an instrument.

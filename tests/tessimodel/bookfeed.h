@@ -1,6 +1,7 @@
 #pragma once
 
 #include "standin/terminal.h"
+#include "tests/support/instruments.h"
 #include "tests/support/records.h"
 
 #include <boost/make_shared.hpp>
@@ -46,6 +47,9 @@ public:
     void orders(int kind, Records records) { deliver(&Model::entrustCallback, kind, std::move(records)); }
     void trades(int kind, Records records) { deliver(&Model::transactionCallback, kind, std::move(records)); }
     void snapshots(int kind, Records records) { deliver(&Model::quoterCallback, kind, std::move(records)); }
+    void thousand(int kind, Records records) { deliver(&Model::ThousandDataCallback, kind, std::move(records)); }
+
+    void queues(int kind, Records records) { deliver(&Model::queueCallback, kind, std::move(records)); }
 
     // Both histories, empty unless given: the book is built.
     void begin(Records orderHistory = {}, Records tradeHistory = {})
@@ -85,6 +89,30 @@ private:
     std::string m_market;
     std::string m_code;
     bool m_holdsBack = false;
+};
+
+// A model that follows SZ 000001, and its feed.
+template <class Model>
+struct FollowedModel {
+    template <class... Arguments>
+    explicit FollowedModel(const Arguments&... arguments)
+        : model(arguments...)
+    {
+        model.setStock(keyOf("SZ", "000001"));
+    }
+
+    BookTerminal terminal;
+    Model model;
+    BookFeed<Model> feed{terminal, model};
+};
+
+// Both histories of a day that leaves three orders in the book, one of them partly filled.
+struct HistoriesOfADay {
+    const Records ordersOfTheDay{
+        order(1).buy(10.00).shares(500), order(2).sell(10.02).shares(300), order(3).buy(10.02).shares(100),
+        order(4).buy(9.99).shares(200),  order(5).sell(10.03).shares(700),
+    };
+    const Records tradesOfTheDay{fill(3, 2).at(10.02).shares(100), cancelOfBuy(4).shares(200)};
 };
 
 } // namespace tests

@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <mutex>
+
 namespace tests {
 
 namespace {
@@ -27,12 +29,32 @@ std::string sideText(const std::string& side, const TC::EntrustList& rows)
     return text;
 }
 
-std::string sideText(const std::string& side, const TC::ThousandBook::Levels& levels)
+template <class Level>
+std::string sideText(const std::string& side, const std::map<int, std::shared_ptr<Level>>& levels)
 {
     std::string text;
     for (const auto& [key, level] : levels)
         text += fmt::format("{} {} {}\n", side, key, queueText(level));
     return text;
+}
+
+std::string quotesText(const TC::SingleQueue::Quotes& quotes)
+{
+    std::string text;
+    for (const auto& [seq, quote] : quotes) {
+        text += fmt::format("{}{}:{}", text.empty() ? "" : " ", seq, quote->volume);
+        if (quote->dealVolume != 0)
+            text += fmt::format("-{}", quote->dealVolume);
+        if (quote->seq != seq)
+            text += fmt::format("(says {})", quote->seq);
+    }
+    return text;
+}
+
+template <class Level>
+std::string totalsText(Level& level, int orders, bool isAlive)
+{
+    return fmt::format("[{}] {} x{}{}", queueText(level), level.m_volume, orders, isAlive ? "" : " dead");
 }
 
 } // namespace
@@ -63,19 +85,32 @@ std::string queueText(const std::shared_ptr<TC::SingleQueue>& level)
     return level ? queueText(*level) : "none";
 }
 
+std::string queueText(const std::shared_ptr<TC::OrderQueue>& level)
+{
+    return level ? queueText(*level) : "none";
+}
+
 std::string queueText(TC::SingleQueue& level)
 {
     TC::SingleQueue::Quotes quotes;
     level.getQuotes(quotes);
-    std::string text;
-    for (const auto& [seq, quote] : quotes) {
-        text += fmt::format("{}{}:{}", text.empty() ? "" : " ", seq, quote->volume);
-        if (quote->dealVolume != 0)
-            text += fmt::format("-{}", quote->dealVolume);
-        if (quote->seq != seq)
-            text += fmt::format("(says {})", quote->seq);
-    }
-    return text;
+    return quotesText(quotes);
+}
+
+std::string queueText(TC::OrderQueue& level)
+{
+    const std::lock_guard held(level.m_mutex);
+    return quotesText(level.m_quotes);
+}
+
+std::string totalsText(TC::SingleQueue& level)
+{
+    return totalsText(level, level.m_number, level.m_active);
+}
+
+std::string totalsText(TC::OrderQueue& level)
+{
+    return totalsText(level, level.m_count, level.m_valid);
 }
 
 std::string levelText(TC::SingleQueue& level)
@@ -85,6 +120,11 @@ std::string levelText(TC::SingleQueue& level)
 }
 
 std::string levelsText(const TC::ThousandBook& book)
+{
+    return sideText("bid", book.m_bidLevels) + sideText("ask", book.m_askLevels);
+}
+
+std::string levelsText(const TC::QueueBook& book)
 {
     return sideText("bid", book.m_bidLevels) + sideText("ask", book.m_askLevels);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "indexui/tessimodel/cmodeldepthqueue_book.h"
+#include "indexui/tessimodel/cmodeldepthqueue_level.h"
 #include "indexui/tessimodel/cmodeldepththousand_book.h"
 #include "indexui/tessimodel/cmodeldepththousand_queue.h"
 
@@ -20,7 +22,13 @@ std::string bookText(const TC::ThousandBook& book);
 
 // "3:500-200 8:300": seq, shares when it came, shares dealt; oldest first. "none" for no level at all.
 std::string queueText(const std::shared_ptr<TC::SingleQueue>& level);
+std::string queueText(const std::shared_ptr<TC::OrderQueue>& level);
 std::string queueText(TC::SingleQueue& level);
+std::string queueText(TC::OrderQueue& level);
+
+// "[3:500-200 8:300] 600 x2": the orders with the level's running totals. A level that ran out ends in " dead".
+std::string totalsText(TC::SingleQueue& level);
+std::string totalsText(TC::OrderQueue& level);
 
 // "[3:500-200 8:300] 600 x2 (-200)": the orders with the level's running totals and its latest change in shares. A
 // level that ran out ends in " dead".
@@ -28,5 +36,6 @@ std::string levelText(TC::SingleQueue& level);
 
 // "bid 1000 3:500-200 8:300\nask -2 9:100\n": every level by price key with its orders, also those without a row.
 std::string levelsText(const TC::ThousandBook& book);
+std::string levelsText(const TC::QueueBook& book);
 
 } // namespace tests

@@ -6,21 +6,11 @@
 
 #include <QMetaObject>
 
-#include <cmath>
 #include <thread>
 
 namespace {
 
 using namespace tests;
-
-TC::EntrustRows rowsAt(double price, int hands)
-{
-    auto row = boost::make_shared<TC::EntrustData>();
-    row->price = price;
-    row->volume = hands;
-    row->number = 1;
-    return {{static_cast<int>(std::lround(price * 100)), row}};
-}
 
 class BookManagerTest : public ::testing::Test {
 protected:

@@ -18,39 +18,22 @@ protected:
 
 // --- empty batches --------------------------------------------------------------------------------------------
 
-TEST_F(ThousandBadInputTest, shouldChangeNothingWhenMoreHistoryOrALivePushIsEmpty)
+TEST_F(ThousandBadInputTest, shouldBeReadyWhenEmptyHistoriesBegin)
 {
-    for (const int kind : {moreHistory, live, 2, -1}) {
-        feed.orders(kind, {});
-        feed.trades(kind, {});
-        feed.snapshots(kind, {});
-    }
+    feed.orders(moreHistory, {});
+    feed.trades(moreHistory, {});
     EXPECT_EQ(state(), "0 orders, 0 trades, loaded 0, ready 0, flags 0");
-}
-
-TEST_F(ThousandBadInputTest, shouldCountAsHistoryWhenAnEmptyOneBegins)
-{
     feed.orders(history, {});
     EXPECT_EQ(state(), "0 orders, 0 trades, loaded 2, ready 2, flags 0");
     feed.trades(history, {});
     EXPECT_EQ(state(), "0 orders, 0 trades, loaded 3, ready 3, flags 1");
 }
 
-TEST_F(ThousandBadInputTest, shouldEmptyTheStreamAndRebuildWhenAnEmptyHistoryBegins)
-{
-    feed.begin({order(1).buy(10.00)}, {fill(1, 2).shares(40)});
-    model.m_updateFlags = 0;
-    feed.trades(history, {});
-    EXPECT_EQ(state(), "bid 1000 1:100\n1 orders, 0 trades, loaded 3, ready 3, flags 1");
-    EXPECT_TRUE(model.m_dealVolumes.empty());
-    feed.orders(history, {});
-    EXPECT_EQ(state(), "0 orders, 0 trades, loaded 3, ready 3, flags 1");
-}
-
-TEST_F(ThousandBadInputTest, shouldKeepSnapshotsWhenAnEmptySnapshotHistoryBegins)
+TEST_F(ThousandBadInputTest, shouldKeepSnapshotsWhenABatchOfSnapshotsIsEmpty)
 {
     feed.snapshots(live, {level2("09:30:03").last(10.01).bid(10.00)});
-    feed.snapshots(history, {});
+    for (const int kind : {history, moreHistory, live, 2, -1})
+        feed.snapshots(kind, {});
     EXPECT_EQ(model.m_quoterTimetag, timeOf("09:30:03"));
     EXPECT_EQ(model.m_snapshotBids.size(), 1u);
 }
@@ -66,39 +49,13 @@ TEST_F(ThousandBadInputTest, shouldDropABatchWhenItIsNull)
     EXPECT_EQ(state(), "0 orders, 0 trades, loaded 0, ready 0, flags 0");
 }
 
-TEST_F(ThousandBadInputTest, shouldSkipRecordsOfOtherTypesAndNullsWhenTheyAreInAHistory)
+TEST_F(ThousandBadInputTest, shouldTakeNoSnapshotWhenTheLastRecordIsNone)
 {
-    feed.orders(history, {order(1).buy(10.00), nullptr, fill(1, 2), level2(), order(2).buy(9.99)});
-    feed.trades(history, {nullptr, order(3).buy(9.98), fill(1, 2).shares(40), level1()});
-    EXPECT_EQ(state(), "bid 999 2:100\nbid 1000 1:100-40\n2 orders, 1 trades, loaded 3, ready 3, flags 1");
-    feed.orders(moreHistory, {nullptr, order(4).buy(10.00)});
-    feed.orders(moreHistory, {nullptr});
-    EXPECT_EQ(levelsText(model.m_book), "bid 999 2:100\nbid 1000 1:100-40 4:100\n");
-}
-
-TEST_F(ThousandBadInputTest, shouldDoNothingWhenTheLastRecordOfALivePushIsNoneOfTheStream)
-{
-    feed.begin({order(1).buy(10.00)});
-    model.m_updateFlags = 0;
-    const std::string before = state();
-    feed.orders(live, {order(2).buy(10.00), nullptr});
-    feed.orders(live, {order(2).buy(10.00), fill(1, 2)});
-    feed.trades(live, {fill(1, 2), nullptr});
-    feed.trades(live, {fill(1, 2), order(2).buy(10.00)});
-    EXPECT_EQ(state(), before);
     feed.snapshots(live, {level2("09:30:03").bid(10.00), nullptr});
     feed.snapshots(live, {level2("09:30:03").bid(10.00), level1("09:30:04").bid(10.00)});
     feed.snapshots(history, {level2("09:30:03").bid(10.00), order(2).buy(10.00)});
     EXPECT_EQ(model.m_quoterTimetag, 0);
-    EXPECT_EQ(state(), before);
-}
-
-TEST_F(ThousandBadInputTest, shouldGoOnWhenTheBookRefusesARecordOfAHistory)
-{
-    feed.begin({order(5).buy(10.00), order(4).buy(10.00), order(6).buy(9.99).kind(0), order(7).buy(9.98).flag(3),
-                order(8).buy(9.97)});
-    EXPECT_EQ(levelsText(model.m_book), "bid 997 8:100\nbid 1000 5:100\n");
-    EXPECT_EQ(model.m_orders.size(), 5u);
+    EXPECT_TRUE(model.m_snapshotBids.empty());
 }
 
 // --- other instruments ----------------------------------------------------------------------------------------
@@ -142,34 +99,26 @@ TEST_F(ThousandBadInputTest, shouldTakeNothingWhenThereIsNoInstrument)
     EXPECT_EQ(state(), "0 orders, 0 trades, loaded 0, ready 0, flags 0");
 }
 
-// A book of another instrument stops a batch at its first record. What was kept and the bit of the history stay; what
-// the end of the work would have set does not come.
-TEST_F(ThousandBadInputTest, shouldStopAnOrderHistoryWhenTheBookIsOfAnotherInstrument)
+// A book of another instrument stops a batch at its first record; what the end of the work would have set does not
+// come.
+TEST_F(ThousandBadInputTest, shouldNotBeReadyWhenAHistoryIsStopped)
 {
     feed.trades(history, {fill(1, 2).at(10.00).shares(40)});
     model.m_book.m_stock = terminal.instruments.add(stock("SZ", "000002"));
     feed.orders(history, {order(1).buy(10.00), order(2).buy(10.00)});
     EXPECT_EQ(state(), "1 orders, 1 trades, loaded 3, ready 1, flags 0");
+    feed.orders(history, {});
+    EXPECT_EQ(state(), "0 orders, 1 trades, loaded 3, ready 1, flags 0") << "the replay of the trades";
     EXPECT_EQ(model.m_tickLastPrice, DBL_MAX);
     EXPECT_FALSE(model.isDataAllReadly());
 }
 
-TEST_F(ThousandBadInputTest, shouldStopTheReplayWhenTheBookIsOfAnotherInstrument)
-{
-    feed.trades(history, {fill(1, 2).at(10.00).shares(40)});
-    model.m_book.m_stock = terminal.instruments.add(stock("SZ", "000002"));
-    feed.orders(history, {});
-    EXPECT_EQ(state(), "0 orders, 1 trades, loaded 3, ready 1, flags 0");
-    EXPECT_EQ(model.m_tickLastPrice, DBL_MAX);
-}
-
-TEST_F(ThousandBadInputTest, shouldStopATradeHistoryWhenTheBookIsOfAnotherInstrument)
+TEST_F(ThousandBadInputTest, shouldNotBeReadyWhenATradeHistoryIsStopped)
 {
     feed.orders(history, {order(1).buy(10.00)});
     model.m_book.m_stock = terminal.instruments.add(stock("SZ", "000002"));
     feed.trades(history, {fill(1, 2).at(10.00).shares(40), fill(1, 3).shares(10)});
-    EXPECT_EQ(state(), "1 orders, 2 trades, loaded 3, ready 2, flags 0");
-    feed.orders(history, {});
+    EXPECT_EQ(state(), "1 orders, 2 trades, loaded 3, ready 2, flags 0") << "the build from the held orders";
     model.clear();
 
     feed.orders(history, {});
@@ -179,14 +128,11 @@ TEST_F(ThousandBadInputTest, shouldStopATradeHistoryWhenTheBookIsOfAnotherInstru
     EXPECT_EQ(model.m_tickLastPrice, DBL_MAX);
 }
 
-TEST_F(ThousandBadInputTest, shouldRaiseNoFlagWhenALiveTickMeetsABookOfAnotherInstrument)
+TEST_F(ThousandBadInputTest, shouldGetNoLastPriceWhenALiveTradeMeetsABookOfAnotherInstrument)
 {
-    feed.begin();
-    model.m_updateFlags = 0;
+    feed.begin({order(1).buy(10.00)});
     model.m_book.m_stock = terminal.instruments.add(stock("SZ", "000002"));
-    feed.orders(live, {order(1).buy(10.00)});
     feed.trades(live, {fill(1, 2).at(10.00)});
-    EXPECT_EQ(state(), "1 orders, 1 trades, loaded 3, ready 3, flags 0");
     EXPECT_EQ(model.m_tickLastPrice, DBL_MAX);
 }
 

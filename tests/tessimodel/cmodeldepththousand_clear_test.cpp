@@ -31,53 +31,15 @@ protected:
     }
 };
 
-TEST_F(ThousandClearTest, shouldDropAllDataAndRaiseAnUpdateWhenCleared)
+TEST_F(ThousandClearTest, shouldDropTicksAndBookWhenCleared)
 {
     givenBusyModel();
-    model.m_reserved = 5;
-    model.m_afterHoursVolume = 5;
     model.clear();
-    EXPECT_EQ(model.m_updateFlags, 1);
-    EXPECT_EQ(model.m_loadedHistory, 0);
-    EXPECT_EQ(model.m_dataReady, 0);
     EXPECT_TRUE(model.m_orders.empty() && model.m_transactions.empty() && model.m_dealVolumes.empty());
-    EXPECT_EQ(bookText(model.m_bidRows, model.m_askRows), "");
-    EXPECT_EQ(bookText(model.m_snapshotBids, model.m_snapshotAsks), "");
-    EXPECT_EQ(model.m_askFloor, 10000000000.0);
-    EXPECT_EQ(model.m_bidCeiling, 0.0);
-    EXPECT_EQ(model.m_reserved, 0);
-    EXPECT_EQ(model.m_quoterTimetag, 0);
-    EXPECT_FALSE(model.m_continuous);
-    EXPECT_EQ(model.m_tickLastPrice, DBL_MAX);
-    EXPECT_EQ(model.m_tickLastVolume, 0);
-    EXPECT_EQ(model.m_quoterLastPrice, DBL_MAX);
-    EXPECT_EQ(model.m_quoterLastVolume, 0);
-    EXPECT_EQ(model.m_quoterVolumeTime, 0);
-    EXPECT_EQ(model.m_afterHoursVolume, 0);
-    EXPECT_EQ(model.m_quoter, nullptr);
     EXPECT_EQ(levelsText(model.m_book) + bookText(model.m_book), "");
     EXPECT_EQ(model.m_book.parkedTrades(), 0u);
     EXPECT_TRUE(model.m_book.m_seenTrades.empty());
-}
-
-TEST_F(ThousandClearTest, shouldKeepInstrumentAndSettingsWhenCleared)
-{
-    givenBusyModel();
-    model.clear();
-    EXPECT_EQ(model.getStockKey(), keyOf("SZ", "000001"));
-    EXPECT_TRUE(model.m_isNewLoan);
-    EXPECT_FALSE(model.m_suppressTickFlags);
-    EXPECT_EQ(model.m_priceTick, 0.01) << "taken from the instrument anew";
-    EXPECT_EQ(model.m_lastClose, 10.0);
-    EXPECT_EQ(model.m_volumeUnit, 100);
-    EXPECT_EQ(model.m_book.m_stock, model.m_stock);
-    EXPECT_EQ(model.m_book.m_priceTick, 0.01);
-
-    Thousand quiet(true, 3);
-    quiet.clear();
-    EXPECT_TRUE(quiet.m_suppressTickFlags);
-    EXPECT_EQ(quiet.m_modelId, 3);
-    EXPECT_EQ(quiet.m_updateFlags, 1) << "also without an instrument";
+    EXPECT_FALSE(model.isDataAllReadly());
 }
 
 TEST_F(ThousandClearTest, shouldTakeTheSameDayAgainWhenCleared)
@@ -96,12 +58,8 @@ TEST_F(ThousandClearTest, shouldTakeTheSameDayAgainWhenCleared)
 TEST_F(ThousandClearTest, shouldLeaveTheRowsAsLastReadWhenCleared)
 {
     givenBusyModel();
-    const auto row = model.m_bidRows.at(1000);
     model.clear();
     EXPECT_EQ(kept(), "bid 10.00 2h x1 (-1)\nask 10.02 4h x1 (-1)\nask 10.03 1h x1 (+1)\n");
-    TC::EntrustRows bids;
-    ASSERT_TRUE(bookManager()->getBids(kKey, bids));
-    EXPECT_EQ(bids.at(1000), row) << "the row objects themselves";
 }
 
 TEST_F(ThousandClearTest, shouldShowTheRowsItLeftWhenHistoriesAreNotInAgain)
@@ -117,57 +75,11 @@ TEST_F(ThousandClearTest, shouldShowTheRowsItLeftWhenHistoriesAreNotInAgain)
     EXPECT_EQ(bookText(model), "bid 8.00 1h x1 (+1)\n");
 }
 
-TEST_F(ThousandClearTest, shouldKeepRowsOfOneSideWhenTheOtherIsEmpty)
-{
-    feed.begin({order(1).buy(10.00)});
-    readBook(model);
-    model.clear();
-    EXPECT_EQ(kept(), "bid 10.00 1h x1 (+1)\n");
-}
-
 TEST_F(ThousandClearTest, shouldLeaveNothingWhenNobodyReadTheRows)
 {
     feed.begin({order(1).buy(10.00)});
     model.clear();
     EXPECT_EQ(kept(), "nothing kept");
-}
-
-TEST_F(ThousandClearTest, shouldKeepWhatWasLeftWhenAnEmptyModelIsCleared)
-{
-    givenBusyModel();
-    model.clear();
-    model.clear();
-    EXPECT_EQ(kept(), "bid 10.00 2h x1 (-1)\nask 10.02 4h x1 (-1)\nask 10.03 1h x1 (+1)\n");
-}
-
-TEST_F(ThousandClearTest, shouldLeaveNothingWhenTheModelHasNoInstrumentAnyMore)
-{
-    givenBusyModel();
-    model.setStock("nobody knows this");
-    model.clear();
-    EXPECT_EQ(kept(), "nothing kept");
-    EXPECT_EQ(bookText(model.m_bidRows, model.m_askRows), "");
-}
-
-// The instrument of that moment names the rows: a change of instrument needs a clear before it.
-TEST_F(ThousandClearTest, shouldLeaveTheRowsUnderTheNewNameWhenTheInstrumentChangedFirst)
-{
-    givenBusyModel();
-    model.setStock(keyOf("SZ", "000002"));
-    model.clear();
-    EXPECT_EQ(kept(), "nothing kept");
-    EXPECT_TRUE(bookManager()->checkData(utils::zlStockKey("SZ", "000002")));
-}
-
-TEST_F(ThousandClearTest, shouldLeaveItsRowsWhenAModelDies)
-{
-    {
-        Thousand shortLived;
-        shortLived.setStock(keyOf("SZ", "000001"));
-        BookFeed(terminal, shortLived).begin({order(1).buy(10.00)});
-        readBook(shortLived);
-    }
-    EXPECT_EQ(kept(), "bid 10.00 1h x1 (+1)\n");
 }
 
 // --- what was big is freed later ------------------------------------------------------------------------------

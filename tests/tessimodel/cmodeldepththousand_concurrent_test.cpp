@@ -1,35 +1,13 @@
 #include "indexui/tessimodel/liveread.h"
-#include "tests/tessimodel/endlessday.h"
+#include "tests/tessimodel/modelstress.h"
 #include "tests/tessimodel/thousandmodel.h"
-
-#include <atomic>
-#include <chrono>
-#include <optional>
-#include <thread>
-#include <vector>
 
 namespace {
 
 using namespace tests;
 
-// One model, and the threads that meet at it.
-class ThousandConcurrent : public ::testing::Test {
+class ThousandConcurrent : public ModelStress<Thousand> {
 protected:
-    ThousandConcurrent()
-    {
-        terminal.instruments.add(stock("SZ", "000001"));
-        terminal.instruments.add(stock("SZ", "000002"));
-        model.emplace();
-        model->setStock(keyOf("SZ", "000001"));
-    }
-
-    ~ThousandConcurrent() override
-    {
-        terminal.strands.waitIdle(); // the queued work holds the model by a plain pointer
-        model.reset();
-        utils::CSingletonT<TC::CDepthThousandModelManager>::release();
-    }
-
     void deliverLive()
     {
         EndlessDay day;
@@ -92,27 +70,16 @@ protected:
         TC::readLive(level->m_timetag);
     }
 
-    // Clears, moves to another instrument and back, and delivers histories, until the time is over.
-    void ownTheModel(std::chrono::steady_clock::time_point end)
+    void deliverHistories(int round)
     {
-        for (int round = 0; std::chrono::steady_clock::now() < end && !HasFailure(); ++round) {
-            EndlessDay day;
-            const auto [orders, trades, snapshots] = day.nextHistory(200);
-            model->setNewLoan(round % 3 == 0);
-            model->entrustCallback(0, round % 4 == 1 ? moreHistory : history, batchFor("SZ", "000001", orders));
-            model->transactionCallback(0, round % 4 == 2 ? moreHistory : history, batchFor("SZ", "000001", trades));
-            model->quoterCallback(0, history, batchFor("SZ", "000001", snapshots));
-            if (round % 2 == 0)
-                terminal.strands.waitIdle();
-            if (round % 5 == 4)
-                model->clear();
-            if (round % 7 == 6) {
-                model->setStock(keyOf("SZ", "000002"));
-                model->clear();
-                model->setStock(keyOf("SZ", "000001"));
-            }
-            terminal.log.forget();
-        }
+        EndlessDay day;
+        const auto [orders, trades, snapshots] = day.nextHistory(200);
+        model->setNewLoan(round % 3 == 0);
+        model->entrustCallback(0, round % 4 == 1 ? moreHistory : history, batchFor("SZ", "000001", orders));
+        model->transactionCallback(0, round % 4 == 2 ? moreHistory : history, batchFor("SZ", "000001", trades));
+        model->quoterCallback(0, history, batchFor("SZ", "000001", snapshots));
+        if (round % 2 == 0)
+            terminal.strands.waitIdle();
     }
 
     void useTheManager()
@@ -128,27 +95,17 @@ protected:
             terminal.changeTradeData("all");
         }
     }
-
-    standin::Terminal terminal;
-    std::optional<Thousand> model;
-    std::atomic<bool> stop{false};
-    std::atomic<int> updates{0};
 };
 
 TEST_F(ThousandConcurrent, shouldStayWholeWhenEverythingRunsAtOnce)
 {
-    std::vector<std::thread> threads;
-    threads.emplace_back([this] { deliverLive(); });
-    for (int panel = 0; panel < 3; ++panel)
-        threads.emplace_back([this] { poll(); });
-    threads.emplace_back([this] { useTheManager(); });
-    ownTheModel(std::chrono::steady_clock::now() + stressTime());
-    stop = true;
-    for (std::thread& thread : threads)
-        thread.join();
+    const auto panel = [this] { poll(); };
+    meetUntilTheTimeIsOver({[this] { deliverLive(); }, panel, panel, panel, [this] { useTheManager(); }},
+                           [this](int round) {
+                               deliverHistories(round);
+                               disturb(round);
+                           });
     EXPECT_GT(updates, 0);
-
-    terminal.strands.waitIdle();
     for (const auto* levels : {&model->m_book.m_bidLevels, &model->m_book.m_askLevels}) {
         for (const auto& [key, level] : *levels)
             EXPECT_EQ(static_cast<std::size_t>(level->m_number), level->m_quotes.size()) << "at key " << key;

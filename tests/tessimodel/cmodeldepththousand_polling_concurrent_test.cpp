@@ -1,4 +1,5 @@
 #include "indexui/tessimodel/liveread.h"
+#include "tests/tessimodel/modelstress.h"
 #include "tests/tessimodel/thousandmodel.h"
 
 #include <gtest/gtest.h>
@@ -6,7 +7,6 @@
 #include <atomic>
 #include <chrono>
 #include <cmath>
-#include <functional>
 #include <future>
 #include <thread>
 
@@ -15,35 +15,7 @@ namespace {
 using namespace tests;
 
 // A panel that polls without rest while another thread does the strand's work.
-class ThousandPolling : public ThousandTest {
-protected:
-    // Lets `work` run for round 1 to `rounds` on a thread of its own. After each round `poll` is called once more, and
-    // must then have seen what the round brought: `missed` counts where it had not.
-    static int missedRounds(int rounds, const std::function<void(int)>& work, const std::function<bool(int)>& poll)
-    {
-        std::atomic<int> asked{0};
-        std::atomic<int> finished{0};
-        std::thread strand([&] {
-            for (int round = 1; round <= rounds; ++round) {
-                while (asked < round)
-                    std::this_thread::yield();
-                work(round);
-                finished = round;
-            }
-        });
-        int missed = 0;
-        for (int round = 1; round <= rounds; ++round) {
-            asked = round;
-            bool seen = false;
-            while (finished != round)
-                seen = poll(round) || seen;
-            if (!poll(round) && !seen)
-                ++missed;
-        }
-        strand.join();
-        return missed;
-    }
-};
+using ThousandPolling = ThousandTest;
 
 TEST_F(ThousandPolling, shouldShowEverySnapshotWhenPanelPollsMeanwhile)
 {

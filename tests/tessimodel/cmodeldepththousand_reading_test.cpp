@@ -76,23 +76,14 @@ TEST_F(ThousandReadingTest, shouldLeaveTheVectorsAloneWhenThereIsNoInstrument)
     EXPECT_EQ(reading.lastVolume, 0);
 }
 
-TEST_F(ThousandReadingTest, shouldWidenTheExtremesOnlyWhenRowsGoBeyondThem)
+TEST_F(ThousandReadingTest, shouldTakeRowsFromThePanelOnlyWhenTheBookCrosses)
 {
-    givenFiveLevels();
-    model.m_updateFlags = 4;
-    BookReading reading = readBook(model);
-    EXPECT_EQ(reading.minPrice, 9.97);
-    EXPECT_EQ(reading.maxPrice, 10.06);
-    EXPECT_EQ(reading.maxAmount, 5 * 10.05);
-
-    model.m_updateFlags = 4;
-    reading.minPrice = 1;
-    reading.maxPrice = 10.059995; // equal within the tolerance
-    reading.maxAmount = 1000;
-    reading.poll(model);
-    EXPECT_EQ(reading.minPrice, 1);
-    EXPECT_EQ(reading.maxPrice, 10.059995);
-    EXPECT_EQ(reading.maxAmount, 1000);
+    feed.snapshots(live, {level2("09:29:30").bid(10.01).ask(10.03)});
+    feed.begin({order(1).buy(10.00), order(2).buy(10.03), order(3).sell(10.02), order(4).sell(10.04)});
+    EXPECT_EQ(bookText(model), "bid 10.00 1h x1 (+1)\nask 10.04 1h x1 (+1)\n");
+    EXPECT_EQ(bookText(model.m_bidRows, model.m_askRows), "bid 10.00 1h x1 (+1)\nbid 10.03 1h x1 (+1)\n"
+                                                          "ask 10.02 1h x1 (+1)\nask 10.04 1h x1 (+1)\n");
+    EXPECT_EQ(model.m_book.m_bidRows.size(), 2u);
 }
 
 // --- before the histories are in ------------------------------------------------------------------------------
@@ -138,85 +129,6 @@ TEST_F(ThousandReadingTest, shouldNotCorrectTheManagersRowsWhenASnapshotComes)
     model.m_updateFlags = 1;
     EXPECT_EQ(readBook(model).bids.size(), 5u);
     EXPECT_EQ(readBook(model).asks.size(), 0u) << "not polled anew";
-}
-
-// --- the crossing trim ----------------------------------------------------------------------------------------
-
-class ThousandTrimTest : public ThousandReadingTest {
-protected:
-    // A crossed book whose ticks are newer than the snapshot.
-    void givenCrossedBook(const Records& snapshots)
-    {
-        feed.snapshots(live, snapshots);
-        feed.begin({order(1).buy(10.00).time("09:31:00"), order(2).buy(10.03).time("09:31:00"),
-                    order(3).sell(10.02).shares(900).time("09:31:00"), order(4).sell(10.04).time("09:31:00")});
-    }
-};
-
-TEST_F(ThousandTrimTest, shouldDropRowsBeyondTheSnapshotsLimitsWhenTheBookCrosses)
-{
-    givenCrossedBook({level2("09:30:30").bid(10.01).ask(10.03)});
-    const BookReading reading = readBook(model);
-    EXPECT_EQ(bookText(reading.bids, reading.asks), "bid 10.00 1h x1 (+1)\nask 10.04 1h x1 (+1)\n");
-    EXPECT_EQ(bookText(model.m_bidRows, model.m_askRows), "bid 10.00 1h x1 (+1)\nbid 10.03 1h x1 (+1)\n"
-                                                          "ask 10.02 9h x1 (+9)\nask 10.04 1h x1 (+1)\n");
-    EXPECT_EQ(model.m_book.m_bidRows.size(), 2u);
-    EXPECT_EQ(reading.maxAmount, 9 * 10.02) << "rows that the trim takes away still count";
-}
-
-TEST_F(ThousandTrimTest, shouldKeepRowsAtTheLimitsWhenTheBookCrosses)
-{
-    givenCrossedBook({level2("09:30:30").bid(10.03).ask(10.04)});
-    EXPECT_EQ(bookText(model), "bid 10.00 1h x1 (+1)\nbid 10.03 1h x1 (+1)\nask 10.04 1h x1 (+1)\n");
-}
-
-TEST_F(ThousandTrimTest, shouldLoseAWholeSideWhenTheSnapshotHasNoneOfIt)
-{
-    givenCrossedBook({level2("09:30:30").bid(10.01)});
-    EXPECT_EQ(bookText(model), "bid 10.00 1h x1 (+1)\n") << "no ask is at a floor of 10000000000";
-}
-
-TEST_F(ThousandTrimTest, shouldGoOutCrossedWhenTradingIsNotContinuous)
-{
-    const std::string crossed =
-        "bid 10.00 1h x1 (+1)\nbid 10.03 1h x1 (+1)\nask 10.02 9h x1 (+9)\nask 10.04 1h x1 (+1)\n";
-    givenCrossedBook({level2("09:30:30").bid(10.01).ask(10.01)});
-    EXPECT_EQ(bookText(model), crossed);
-    feed.snapshots(live, {level2("09:30:33").bid(10.01).ask(10.03)});
-    feed.snapshots(live, {level2("09:30:36").bid(10.01).ask(10.01)});
-    model.m_updateFlags = 4;
-    EXPECT_EQ(bookText(model), crossed) << "after an auction the limits of before do not count";
-}
-
-TEST_F(ThousandTrimTest, shouldCountAsCrossedWhenBestPricesAreEqual)
-{
-    feed.snapshots(live, {level2("09:30:30").bid(10.01).ask(10.03)});
-    feed.begin({order(1).buy(10.02).time("09:31:00"), order(2).sell(10.02).time("09:31:00"),
-                order(3).sell(10.03).time("09:31:00")});
-    EXPECT_EQ(bookText(model), "ask 10.03 1h x1 (+1)\n");
-}
-
-TEST_F(ThousandTrimTest, shouldCompareWithToleranceWhenPricesDifferByLessThanATick)
-{
-    // Within 1e-5 the best bid is no higher than the limit, the best ask no lower, and the two are equal.
-    feed.snapshots(live, {level2("09:30:30").bid(10.03).asks({{10.05, 1}, {10.049995, 1}})});
-    EXPECT_EQ(model.m_askFloor, 10.05);
-    feed.begin({order(1).buy(10.030005).time("09:31:00"), order(2).sell(10.030012).time("09:31:00"),
-                order(3).sell(10.049995).time("09:31:00")});
-    EXPECT_EQ(readBook(model).bids.size(), 1u);
-    model.m_updateFlags = 4;
-    const BookReading reading = readBook(model);
-    ASSERT_EQ(reading.asks.size(), 1u) << "10.030012 is as good as the bid: the book crosses";
-    EXPECT_EQ(reading.asks.front()->price, 10.049995);
-}
-
-TEST_F(ThousandTrimTest, shouldNotTrimWhenTheBookDoesNotCrossOrHasOneSide)
-{
-    feed.snapshots(live, {level2("09:30:30").bid(9.01).ask(11.03)});
-    feed.begin({order(1).buy(10.02).time("09:31:00"), order(2).sell(10.03).time("09:31:00")});
-    EXPECT_EQ(bookText(model), "bid 10.02 1h x1 (+1)\nask 10.03 1h x1 (+1)\n");
-    feed.trades(live, {cancelOfSell(2).time("09:31:00")});
-    EXPECT_EQ(bookText(model), "bid 10.02 1h x1 (+1)\n");
 }
 
 // --- last figures ---------------------------------------------------------------------------------------------

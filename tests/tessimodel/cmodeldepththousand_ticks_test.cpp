@@ -28,63 +28,21 @@ TEST_F(ThousandTicksTest, shouldGoIntoTheBookAtOnceWhenATickComes)
     EXPECT_EQ(model.m_transactions.size(), 2u);
 }
 
-TEST_F(ThousandTicksTest, shouldTellLevelsFromChangesInPlaceWhenTicksCome)
+TEST_F(ThousandTicksTest, shouldGetNoLastPriceWhenTheBookRefusesATrade)
 {
-    feed.orders(live, {order(3).buy(10.00)});
-    EXPECT_EQ(takeFlags(), 4);
-    feed.orders(live, {order(4).buy(10.01)});
-    EXPECT_EQ(takeFlags(), 2);
-    feed.trades(live, {fill(4, 2).shares(100)});
-    EXPECT_EQ(takeFlags(), 6);
-    feed.trades(live, {cancelOfBuy(1)});
-    EXPECT_EQ(takeFlags(), 4);
-}
-
-TEST_F(ThousandTicksTest, shouldPileUpFlagsWhenNobodyPolls)
-{
-    feed.orders(live, {order(3).buy(10.00)});
-    feed.orders(live, {order(4).buy(10.01)});
-    feed.orders(live, {order(5).buy(10.01)});
-    EXPECT_EQ(takeFlags(), 6);
-}
-
-TEST_F(ThousandTicksTest, shouldRaiseNothingWhenTheBookRefusesATick)
-{
-    feed.orders(live, {order(1).buy(10.00)});
-    feed.orders(live, {order(5).buy(10.00).flag(3)});
     feed.trades(live, {fill(77, 78).at(10.00)});
-    EXPECT_EQ(takeFlags(), 0);
     EXPECT_EQ(model.m_tickLastPrice, DBL_MAX) << "only a trade that was applied";
-    EXPECT_EQ(model.m_orders.size(), 4u) << "the list keeps what was received";
-    EXPECT_EQ(model.m_transactions.size(), 1u);
 }
 
-// A feed pushes ticks one by one: of a live push only the last record counts.
-TEST_F(ThousandTicksTest, shouldTakeTheLastRecordOnlyWhenAPushHasMore)
-{
-    for (const int kind : {1, 2, 4, -1, 99}) {
-        SCOPED_TRACE(kind);
-        model.clear();
-        feed.begin();
-        feed.orders(kind, {order(5).buy(9.97), order(6).buy(9.98), order(7).buy(9.99)});
-        feed.trades(kind, {fill(7, 1).shares(90), fill(7, 2).shares(30)});
-        EXPECT_EQ(levelsText(model.m_book), "bid 999 7:100-30\n");
-        EXPECT_EQ(model.m_orders.size(), 1u);
-        EXPECT_EQ(model.m_transactions.size(), 1u);
-    }
-}
-
-TEST_F(ThousandTicksTest, shouldChangeTheBookAndRaiseNothingWhenTicksAreSuppressed)
+TEST_F(ThousandTicksTest, shouldShowNothingButTakeTheLastTradeWhenTicksAreSuppressed)
 {
     Thousand quiet(true, 1);
     quiet.setStock(keyOf("SZ", "000001"));
     BookFeed quietFeed(terminal, quiet);
     quietFeed.begin({order(1).buy(10.00).shares(300)});
     EXPECT_EQ(bookText(quiet), "bid 10.00 3h x1 (+3)\n");
-    quietFeed.orders(live, {order(3).buy(9.99)});
     quietFeed.trades(live, {fill(1, 2).at(10.00).shares(200)});
     EXPECT_EQ(bookText(quiet), "no update");
-    EXPECT_EQ(levelsText(quiet.m_book), "bid 999 3:100\nbid 1000 1:300-200\n");
     EXPECT_EQ(quiet.m_tickLastPrice, 10.00);
     EXPECT_EQ(quiet.m_tickLastVolume, 2);
 }
@@ -102,24 +60,12 @@ TEST_F(ThousandTicksTest, shouldTakePriceAndRoundedHandsWhenATradeIsApplied)
     EXPECT_EQ(model.m_tickLastVolume, 1);
 }
 
-TEST_F(ThousandTicksTest, shouldKeepATradeWaitingWhenItsOrderComesLater)
+TEST_F(ThousandTicksTest, shouldGetNoLastPriceWhenATradeWaitedForItsOrder)
 {
     feed.trades(live, {fill(5, 6).at(10.01).shares(40)});
-    EXPECT_EQ(takeFlags(), 0);
-    EXPECT_EQ(model.m_tickLastPrice, DBL_MAX);
     feed.orders(live, {order(5).buy(10.01)});
-    EXPECT_EQ(takeFlags(), 2);
     EXPECT_EQ(queueText(model.m_book.getLevel(true, 10.01)), "5:100-40");
     EXPECT_EQ(model.m_tickLastPrice, DBL_MAX) << "nobody looks at a trade that waited again";
-}
-
-TEST_F(ThousandTicksTest, shouldNotCountLiveTradesAsDealtWhenOrdersBeginAnew)
-{
-    feed.trades(live, {fill(1, 9).at(10.00).shares(300)});
-    EXPECT_TRUE(model.m_dealVolumes.empty());
-    feed.orders(history, {order(1).buy(10.00).shares(300)});
-    EXPECT_EQ(levelsText(model.m_book), "") << "applied in full, and the kept trade takes it off";
-    EXPECT_TRUE(model.m_book.m_orderPriceKeys.contains(1));
 }
 
 } // namespace

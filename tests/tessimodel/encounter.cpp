@@ -60,6 +60,18 @@ void expectToWait(boost::recursive_mutex& lock, const std::vector<std::function<
         EXPECT_EQ(operation.wait_for(kLong), std::future_status::ready);
 }
 
+bool canBeTaken(boost::recursive_mutex& lock, const std::function<bool()>& isSo)
+{
+    const auto end = std::chrono::steady_clock::now() + kLong;
+    while (std::chrono::steady_clock::now() < end) {
+        const boost::unique_lock<boost::recursive_mutex> taken(lock, boost::try_to_lock);
+        if (taken && isSo())
+            return true;
+        std::this_thread::yield();
+    }
+    return false;
+}
+
 bool meet(boost::recursive_mutex& lock, const Encounter& encounter)
 {
     bool met = false;

@@ -19,6 +19,9 @@ std::future<void> start(const std::function<void()>& work);
 // That every operation waits while the lock is held, and ends once it is free.
 void expectToWait(boost::recursive_mutex& lock, const std::vector<std::function<void()>>& operations);
 
+// True as soon as somebody gets the lock while `isSo`, which is asked under it; false when that does not come.
+bool canBeTaken(boost::recursive_mutex& lock, const std::function<bool()>& isSo);
+
 // A piece of work that goes through several states, and how it is disturbed in its middle.
 struct Encounter {
     std::function<void()> prepare;

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-// How many shares make one hand, for every model that counts Shanghai's bonds by ten.
+// How many shares make one hand, for every model that has such a figure.
 namespace tests {
 
 struct HandCase {
@@ -17,10 +17,11 @@ struct HandCase {
     std::set<int> types;
     std::set<int> shenzhenTwinTypes; // of the instrument with the same code in SZ
     int sharesPerHand;
+    bool isShanghaisOwn = false; // by the rule for Shanghai's bonds alone
 };
 
 // Type 100017 is asked for with the market "SZ", whatever the instrument's own market is; 126 and the instrument's own
-// 100017 count in SH only.
+// 100017 count in SH only, and only for models that have a rule for Shanghai's bonds.
 inline const std::vector<HandCase>& handCases()
 {
     static const std::vector<HandCase> cases{
@@ -37,8 +38,8 @@ inline const std::vector<HandCase>& handCases()
         {"SZSE", {}, {100017}, 10},
         {"BJ", {100017}, {}, 100},
         {"SZSE", {100017}, {}, 100},
-        {"SH", {100017}, {}, 10},
-        {"SH", {126}, {}, 10},
+        {"SH", {100017}, {}, 10, true},
+        {"SH", {126}, {}, 10, true},
         {"SH", {}, {126}, 100},
         {"SZ", {126}, {}, 100},
         {"BJ", {126}, {}, 100},
@@ -51,19 +52,37 @@ inline const std::vector<HandCase>& handCases()
     return cases;
 }
 
-// Puts each case's instrument there, has the model follow it and looks at its m_volumeUnit.
+// Puts the case's instrument there and has the model follow it.
+template <class Model>
+int sharesPerHand(standin::Terminal& terminal, Model& model, const HandCase& c, const std::string& code)
+{
+    if (!c.shenzhenTwinTypes.empty())
+        terminal.instruments.add(stock("SZ", code, c.shenzhenTwinTypes));
+    terminal.instruments.add(stock(c.market, code, c.types));
+    model.setStock(keyOf(c.market, code));
+    return model.m_volumeUnit;
+}
+
+// Looks at the m_volumeUnit of a model that counts Shanghai's bonds by ten.
 template <class Model>
 void expectHandsByType(standin::Terminal& terminal, Model& model)
 {
     int code = 600000;
     for (const HandCase& c : handCases()) {
         const std::string name = std::to_string(++code);
-        SCOPED_TRACE(std::string(c.market) + " case " + name);
-        if (!c.shenzhenTwinTypes.empty())
-            terminal.instruments.add(stock("SZ", name, c.shenzhenTwinTypes));
-        terminal.instruments.add(stock(c.market, name, c.types));
-        model.setStock(keyOf(c.market, name));
-        EXPECT_EQ(model.m_volumeUnit, c.sharesPerHand);
+        EXPECT_EQ(sharesPerHand(terminal, model, c, name), c.sharesPerHand) << c.market << " case " << name;
+    }
+}
+
+// The same of a model to which Shanghai is a market like any.
+template <class Model>
+void expectHandsWithoutShanghaisRule(standin::Terminal& terminal, Model& model)
+{
+    int code = 600000;
+    for (const HandCase& c : handCases()) {
+        const std::string name = std::to_string(++code);
+        EXPECT_EQ(sharesPerHand(terminal, model, c, name), c.isShanghaisOwn ? 100 : c.sharesPerHand)
+            << c.market << " case " << name;
     }
 }
 

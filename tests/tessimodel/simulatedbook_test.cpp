@@ -13,10 +13,11 @@
 #include "standin/terminal.h"
 #include "tests/exchange/plainreplay.h"
 #include "tests/support/instruments.h"
+#include "tests/tessimodel/bookreading.h"
+#include "tests/tessimodel/simulation.h"
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <random>
 #include <string>
 
@@ -24,18 +25,6 @@ namespace {
 
 using recording::Event;
 using recording::Stream;
-
-// Days that differ in more than their chance: quiet and wild, with few market orders and with many.
-exchange::SimulationOptions optionsOf(int seed)
-{
-    exchange::SimulationOptions options;
-    options.seed = static_cast<std::uint64_t>(seed);
-    options.ordersPerDay = std::array{2500, 1200, 4000}.at(static_cast<std::size_t>(seed % 3));
-    options.lastClose = std::array{42.50, 9.10, 3.33, 118.00}.at(static_cast<std::size_t>(seed % 4));
-    options.dayVolatility = seed % 2 == 0 ? 12 : 100;
-    options.marketOrdersPerMille = seed % 2 == 0 ? 120 : 8;
-    return options;
-}
 
 // "1001=300 1002=500 ", by price in ticks.
 std::string text(const std::map<int, __int64>& shares)
@@ -67,7 +56,7 @@ class SimulatedBook : public ::testing::TestWithParam<int> {
 protected:
     void SetUp() override
     {
-        m_day = exchange::simulateDay(optionsOf(GetParam()));
+        m_day = exchange::simulateDay(tests::simulationOf(GetParam()));
         m_terminal.strands.runByHand();
         m_stock = m_terminal.instruments.add(m_day.instrument);
     }
@@ -199,17 +188,12 @@ private:
         ++read;
         putRight += wasRight ? 0 : 1;
 
-        int flags = 0;
-        TC::EntrustList bidRows;
-        TC::EntrustList askRows;
-        double lastPrice = 0;
-        int lastVolume = 0;
-        double lowest = 0;
-        double highest = 0;
-        double largest = 0;
-        ASSERT_TRUE(m_model.checkUpdate(flags, bidRows, askRows, lastPrice, lastVolume, lowest, highest, largest));
-        ASSERT_EQ(bestText(bidRows.rbegin(), bidRows.rend(), bids.levels), bids.text) << "bids at event " << arrival;
-        ASSERT_EQ(bestText(askRows.begin(), askRows.end(), asks.levels), asks.text) << "asks at event " << arrival;
+        const tests::BookReading reading = tests::readBook(m_model);
+        ASSERT_TRUE(reading.updated);
+        ASSERT_EQ(bestText(reading.bids.rbegin(), reading.bids.rend(), bids.levels), bids.text)
+            << "bids at event " << arrival;
+        ASSERT_EQ(bestText(reading.asks.begin(), reading.asks.end(), asks.levels), asks.text)
+            << "asks at event " << arrival;
     }
 
     std::string ticksText(std::size_t bidLevels, std::size_t askLevels)

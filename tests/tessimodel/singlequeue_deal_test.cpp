@@ -56,15 +56,6 @@ TEST(SingleQueueCancel, shouldLeaveTheRowsChangeWhenCancelIsOfNoShares)
     EXPECT_EQ(level.queue.m_timetag, timeOf("09:31:00"));
 }
 
-TEST(SingleQueueCancel, shouldTakeTheSellSeqWhenLevelIsAnAsk)
-{
-    PriceLevel level(false);
-    withThree(level);
-    EXPECT_FALSE(level.take(cancelOfBuy(5)));
-    EXPECT_TRUE(level.take(cancelOfSell(5).shares(200)));
-    EXPECT_EQ(level.text(), "[3:500 9:100] 600 x2 (-200)");
-}
-
 // --- fills ----------------------------------------------------------------------------------------------------
 
 TEST(SingleQueueFill, shouldStayWithTheRestWhenOrderIsPartlyDealt)
@@ -86,21 +77,6 @@ TEST(SingleQueueFill, shouldKeepTheLevelsTimeWhenTradeIsOlder)
     level.take(fill(3, 7).shares(200).time("09:30:04"));
     EXPECT_EQ(level.queue.m_timetag, timeOf("09:30:10"));
     EXPECT_EQ(level.queue.m_quotes.at(3)->timetag, timeOf("09:30:04")) << "an order has its latest deal's own time";
-}
-
-TEST(SingleQueueFill, shouldDropTheOrderWhenItIsFullyDealt)
-{
-    PriceLevel level;
-    withThree(level).take(fill(3, 7).shares(200));
-    EXPECT_TRUE(level.take(fill(3, 8).shares(300)));
-    EXPECT_EQ(level.text(), "[5:200 9:100] 300 x2 (-300)");
-}
-
-TEST(SingleQueueFill, shouldTakeTheSellSeqWhenLevelIsAnAsk)
-{
-    PriceLevel level(false);
-    EXPECT_TRUE(withThree(level).take(fill(9, 3).shares(100)));
-    EXPECT_EQ(level.text(), "[3:500-100 5:200 9:100] 700 x3 (-100)");
 }
 
 // First in, first out: what stood before an order that trades must have gone unseen.
@@ -168,25 +144,6 @@ TEST(SingleQueueDeal, shouldKeepItsOldTimeWhenLevelRunsOut)
     EXPECT_EQ(level.text(), "[] 0 x0 (-100) dead");
     EXPECT_EQ(level.queue.m_timetag, timeOf("09:30:00"));
     EXPECT_EQ(level.rowText(), "10.00 1h x0 (-1)") << "a row never shows less than a hand";
-}
-
-TEST(SingleQueueDeal, shouldLiveAgainWhenAnOrderComesAfterItRanOut)
-{
-    PriceLevel level;
-    level.add(order(1));
-    level.take(fill(1, 2));
-    EXPECT_TRUE(level.add(order(3)));
-    EXPECT_EQ(level.text(), "[3:100] 100 x1 (+100)");
-}
-
-// An order without shares does not keep a level alive.
-TEST(SingleQueueDeal, shouldBeDeadWhenOnlyAnOrderOfNothingIsLeft)
-{
-    PriceLevel level;
-    level.add(order(1).shares(100));
-    level.add(order(2).shares(0));
-    EXPECT_TRUE(level.take(cancelOfBuy(1)));
-    EXPECT_EQ(level.text(), "[2:0] 0 x1 (-100) dead");
 }
 
 TEST(SingleQueueDeal, shouldShowOneHandWhenARemainderIsLeft)

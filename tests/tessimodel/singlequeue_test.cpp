@@ -51,18 +51,6 @@ TEST(SingleQueue, shouldCountOrdersAndVolumeWhenOrdersCome)
     EXPECT_EQ(level.rowText(), "10.00 7h x2 (+2)");
 }
 
-TEST(SingleQueue, shouldKeepOrderAsItCameWhenUntouched)
-{
-    PriceLevel level;
-    level.add(order(3).shares(500).time("09:31:02.005"));
-    const TC::SingleQuote& quote = *level.queue.m_quotes.at(3);
-    EXPECT_EQ(quote.timetag, timeOf("09:31:02.005"));
-    EXPECT_EQ(quote.seq, 3);
-    EXPECT_EQ(quote.volume, 500);
-    EXPECT_EQ(quote.dealVolume, 0);
-    EXPECT_EQ(quote.status, 1);
-}
-
 TEST(SingleQueue, shouldChangeNothingWhenSeqIsThereAlready)
 {
     PriceLevel level;

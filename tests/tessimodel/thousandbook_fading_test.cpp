@@ -5,7 +5,7 @@ namespace {
 using namespace tests;
 
 // Change marks go by the book's own time.
-class ThousandBookFadingTest : public TickBookTest {
+class ThousandBookFadingTest : public ThousandBookTest {
 protected:
     std::string bids() const { return bookText(book.m_bidRows, {}); }
 };

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "indexui/tessimodel/cmodeldepththousand.h"
-#include "tests/support/instruments.h"
 #include "tests/tessimodel/bookfeed.h"
+#include "tests/tessimodel/bookreading.h"
 #include "tests/tessimodel/booktext.h"
 
 #include <gtest/gtest.h>
@@ -25,31 +25,6 @@ public:
     using CModelDepthThousand::getBids;
 };
 
-// What a panel gets of one poll. The figures hold what the panel started them with where nothing was written.
-struct BookReading {
-    bool updated = false;
-    int flags = -1;
-    TC::EntrustList bids;
-    TC::EntrustList asks;
-    double lastPrice = -1;
-    int lastVolume = -1;
-    double minPrice = DBL_MAX;
-    double maxPrice = -DBL_MAX;
-    double maxAmount = 0;
-
-    bool poll(TC::CModelDepthThousand& model)
-    {
-        return updated = model.checkUpdate(flags, bids, asks, lastPrice, lastVolume, minPrice, maxPrice, maxAmount);
-    }
-};
-
-inline BookReading readBook(TC::CModelDepthThousand& model)
-{
-    BookReading reading;
-    reading.poll(model);
-    return reading;
-}
-
 // The rows of one poll, "no update" when there was nothing to read.
 inline std::string bookText(TC::CModelDepthThousand& model)
 {
@@ -57,19 +32,6 @@ inline std::string bookText(TC::CModelDepthThousand& model)
     return reading.updated ? bookText(reading.bids, reading.asks) : "no update";
 }
 
-inline boost::shared_ptr<TC::CDepthThousandModelManager> bookManager()
-{
-    return utils::CSingletonT<TC::CDepthThousandModelManager>::instance();
-}
-
-// A model that follows SZ 000001, and its feed.
-class ThousandTest : public ::testing::Test {
-protected:
-    ThousandTest() { model.setStock(keyOf("SZ", "000001")); }
-
-    BookTerminal terminal;
-    Thousand model;
-    BookFeed<Thousand> feed{terminal, model};
-};
+class ThousandTest : public ::testing::Test, protected FollowedModel<Thousand> {};
 
 } // namespace tests

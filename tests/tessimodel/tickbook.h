@@ -1,5 +1,6 @@
 #pragma once
 
+#include "indexui/tessimodel/cmodeldepthqueue_book.h"
 #include "indexui/tessimodel/cmodeldepththousand_book.h"
 #include "quoter/orderdata.h"
 #include "quoter/transactiondata.h"
@@ -14,10 +15,29 @@
 
 namespace tests {
 
-// A tick-built book by itself, of SZ 000001: ticks of 0.01, 100 shares a hand.
-class TickBookTest : public ::testing::Test {
-protected:
-    TickBookTest()
+// How each book takes a live tick.
+inline bool takeTick(TC::ThousandBook& book, const TC::ThousandBook::Stock& stock, const Order& order, int& flags)
+{
+    return book.appendOrder(stock, order, flags, true);
+}
+inline bool takeTick(TC::ThousandBook& book, const TC::ThousandBook::Stock& stock, const Trade& trade, int& flags)
+{
+    return book.appendTransaction(stock, trade, flags, true);
+}
+inline bool takeTick(TC::QueueBook& book, const TC::QueueBook::Stock& stock, const Order& order, int& flags)
+{
+    return book.appendOrder(stock, order, flags);
+}
+inline bool takeTick(TC::QueueBook& book, const TC::QueueBook::Stock& stock, const Trade& trade, int& flags)
+{
+    return book.appendTransaction(stock, trade, flags);
+}
+
+// A tick-built book by itself, of SZ 000001: ticks of 0.01, 100 shares a hand. A test has it as a base or, when it is
+// about several kinds of book, as an object.
+template <class Book>
+struct BookStory {
+    BookStory()
         : stock(terminal.instruments.add(tests::stock("SZ", "000001")))
     {
         book.m_stock = stock;
@@ -25,16 +45,12 @@ protected:
         book.m_volumeUnit = 100;
     }
 
-    // Offers a live tick. True when the book took it; `flags` then tells what it changed.
-    bool offer(const Order& order)
+    // Offers a live tick while some flags stand. True when the book took it; `flags` then tells what it changed.
+    template <class Tick>
+    bool offer(const Tick& tick, int standing = 0)
     {
-        flags = 0;
-        return book.appendOrder(stock, order, flags, true);
-    }
-    bool offer(const Trade& trade)
-    {
-        flags = 0;
-        return book.appendTransaction(stock, trade, flags, true);
+        flags = standing;
+        return takeTick(book, stock, tick, flags);
     }
 
     // Ticks that a story begins with, all of them taken.
@@ -47,14 +63,16 @@ protected:
 
     // "taken, flags 2" or "refused, flags 0".
     template <class Tick>
-    std::string answer(const Tick& tick)
+    std::string answer(const Tick& tick, int standing = 0)
     {
-        const bool taken = offer(tick);
+        const bool taken = offer(tick, standing);
         return std::string(taken ? "taken" : "refused") + ", flags " + std::to_string(flags);
     }
 
+    std::string levels() const { return levelsText(book); }
+
     // The trades that wait, "5: 100 40\n": the order's seq and their shares.
-    static std::string pendingText(const TC::ThousandBook::Pending& pending)
+    static std::string pendingText(const typename Book::Pending& pending)
     {
         std::string text;
         for (const auto& [seq, trades] : pending) {
@@ -66,10 +84,27 @@ protected:
         return text;
     }
 
+    std::string waitingToBuy() const { return pendingText(book.m_pendingBuy); }
+    std::string waitingToSell() const { return pendingText(book.m_pendingSell); }
+
     BookTerminal terminal;
     std::shared_ptr<ztservice::CInstrumentDetail> stock;
-    TC::ThousandBook book;
+    Book book;
     int flags = 0;
+};
+
+class ThousandBookTest : public ::testing::Test, protected BookStory<TC::ThousandBook> {};
+
+// --- tests about both kinds of book ---------------------------------------------------------------------------
+
+using BothBooks = ::testing::Types<TC::ThousandBook, TC::QueueBook>;
+
+struct BookNames {
+    template <class Book>
+    static std::string GetName(int)
+    {
+        return std::is_same_v<Book, TC::QueueBook> ? "QueueBook" : "ThousandBook";
+    }
 };
 
 } // namespace tests

@@ -38,8 +38,9 @@ Record* recordAs(quoter::QuoterBase* record)
     return dynamic_cast<Record*>(record);
 }
 
+// Inlined wherever a history walks its records: the call would cost as much as the test.
 template <class Record>
-std::shared_ptr<Record> recordAs(const std::shared_ptr<quoter::QuoterBase>& record)
+[[gnu::always_inline]] inline std::shared_ptr<Record> recordAs(const std::shared_ptr<quoter::QuoterBase>& record)
 {
     Record* const typed = recordAs<Record>(record.get());
     return typed ? std::shared_ptr<Record>(record, typed) : nullptr;

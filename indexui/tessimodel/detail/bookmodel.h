@@ -2,7 +2,6 @@
 
 #include "Formula/stockmanager.h"
 #include "indexui/tessimodel/cmodeldepththousand.h"
-#include "indexui/tessimodel/detail/log.h"
 #include "indexui/tessimodel/detail/modelstate.h"
 #include "indexui/tessimodel/detail/numbers.h"
 #include "indexui/tessimodel/detail/release.h"
@@ -11,11 +10,9 @@
 #include "indexui/tessimodel/detail/tradingphase.h"
 #include "utils/stockkey.h"
 
-#include <boost/thread/lock_guard.hpp>
-
 #include <utility>
 
-// How a model of a whole book is set up, logs and is cleared, over the members that such models share by name.
+// How a model of a whole book is set up and cleared, over the members that such models share by name.
 namespace TC::detail {
 
 // Price tick, shares per hand, after-hours phase and last close from the model's instrument, for its book too.
@@ -23,14 +20,9 @@ template <class Model>
 void initBookStockParams(Model& model)
 {
     const ModelLock lock(model.m_mutex);
-    const InstrumentPtr& stock = model.m_stock;
-    takeStockParams(model);
-    model.m_hasAfterHours = stock && hasAfterHoursPhase(*stock);
-
-    const boost::lock_guard<RecursiveLock> bookLock(model.m_book.m_mutex);
-    model.m_book.m_stock = stock;
-    model.m_book.m_priceTick = model.m_priceTick;
-    model.m_book.m_volumeUnit = model.m_volumeUnit;
+    takeStockParams(model, sharesPerHand);
+    model.m_hasAfterHours = model.m_stock && hasAfterHoursPhase(*model.m_stock);
+    shareWithBook(model);
 }
 
 // Follows the instrument of a key; what was saved of it raises an update.
@@ -52,15 +44,6 @@ QString stockKeyOf(const Model& model)
 {
     const InstrumentPtr stock = stockOf(model);
     return stock ? QString::fromStdString(utils::zlStockKey(stock->market, stock->code)) : QString();
-}
-
-// Takes the model's lock for a batch that is logged only: a push must not wait for a panel that reads.
-template <class Model>
-void logBatch(const Model& model, const char* function, const BatchPtr& batch,
-              const boost::source_location& where = BOOST_CURRENT_LOCATION)
-{
-    if (batch && isDataReturnLogged(batch->records))
-        logDataReturn(&model, function, stockOf(model), batch, where);
 }
 
 // Hands the rows to the manager: a panel that comes back to the instrument has some to show at once. The caller holds

@@ -118,16 +118,15 @@ bool addOrder(SingleQueue& level, const quoter::OrderData& order, EntrustData* r
     return true;
 }
 
-// The order that traded stands first. It gives what it has, and goes when nothing is left.
-template <class Keeper>
-void fillFirst(SingleQueue& level, const quoter::TransactionData& trade, Quotes::iterator first, const Keeper& keeper)
+// Gives the order that stands first its share of a trade. It goes when nothing of it is left.
+template <class Level, class Keeper>
+void fillFirst(Level& level, Quotes::iterator first, __int64 shares, __int64 timetag, const Keeper& keeper)
 {
     SingleQuote& quote = *first->second;
-    const __int64 filled = std::min(liveSize(quote), trade.volume);
-    loseShares(level, filled);
-    writeLive(quote.dealVolume, sum32(quote.dealVolume, low32(filled)));
+    loseShares(level, shares);
+    writeLive(quote.dealVolume, sum32(quote.dealVolume, low32(shares)));
     if (quote.dealVolume < quote.volume) {
-        writeLive(quote.timetag, trade.timetag);
+        writeLive(quote.timetag, timetag);
         writeLive(quote.status, -1);
     } else {
         loseOrder(level);
@@ -135,10 +134,11 @@ void fillFirst(SingleQueue& level, const quoter::TransactionData& trade, Quotes:
     }
 }
 
-// Finds the order that a trade is of and gives it what `fill` says; a cancel drops it. False when it is not here: a
-// fill has then dropped the older orders all the same. One that used the level up counts as taken.
-template <class Level, class Keeper, class Fill>
-bool takeFromQueue(Level& level, const quoter::TransactionData& trade, const Keeper& keeper, const Fill& fill)
+// Finds the order that a trade is of and gives it as many shares as `sharesFor` says of it; a cancel drops it. False
+// when it is not here: a fill has then dropped the older orders all the same. One that used the level up counts as
+// taken.
+template <class Level, class Keeper, class SharesFor>
+bool takeFromQueue(Level& level, const quoter::TransactionData& trade, const Keeper& keeper, const SharesFor& sharesFor)
 {
     Quotes& quotes = level.m_quotes;
     if (quotes.empty())
@@ -149,19 +149,20 @@ bool takeFromQueue(Level& level, const quoter::TransactionData& trade, const Kee
     dropOlder(level, seq, keeper);
     if (quotes.empty())
         return true;
-    if (quotes.begin()->first > seq)
+    const auto first = quotes.begin();
+    if (first->first > seq)
         return false;
-    fill(quotes.begin());
+    fillFirst(level, first, sharesFor(*first->second), trade.timetag, keeper);
     return true;
 }
 
-// SingleQueue::deal.
+// SingleQueue::deal. An order gives what it has, at most.
 template <class Keeper>
 bool takeTrade(SingleQueue& level, const quoter::TransactionData& trade, EntrustData* row, int unit,
                const Keeper& keeper)
 {
-    const auto fill = [&](Quotes::iterator first) { fillFirst(level, trade, first, keeper); };
-    if (!takeFromQueue(level, trade, keeper, fill))
+    const auto whatItHas = [&](const SingleQuote& quote) { return std::min(liveSize(quote), trade.volume); };
+    if (!takeFromQueue(level, trade, keeper, whatItHas))
         return false;
 
     writeLive(level.m_lastChange, difference32(0, low32(trade.volume)));

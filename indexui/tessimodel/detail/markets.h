@@ -11,6 +11,12 @@ inline bool isMainlandMarket(const std::string& market)
     return market == "SH" || market == "SZ" || market == "BJ" || market == "SSE" || market == "SZSE";
 }
 
+// Shenzhen alone, by the name under which its ticks come.
+inline bool isShenzhenMarket(const std::string& market)
+{
+    return market == "SZ";
+}
+
 // Hong Kong stocks traded through the Shanghai and the Shenzhen exchange.
 inline bool isShanghaiConnectMarket(const std::string& market)
 {

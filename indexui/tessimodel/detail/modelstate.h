@@ -5,6 +5,8 @@
 #include <boost/thread/locks.hpp>
 #include <boost/thread/recursive_mutex.hpp>
 
+#include <atomic>
+
 // The lock of a tick-level model, what says how far it has got, and its instrument.
 namespace TC::detail {
 
@@ -29,6 +31,18 @@ InstrumentPtr stockFor(const Model& model, const BatchPtr& batch)
 {
     const ModelLock lock(model.m_mutex);
     return isFor(batch, model.m_stock) ? model.m_stock : nullptr;
+}
+
+// What a read has to tell, 0 for nothing. Takes `lock`, which is the model's and not taken yet, unless there was
+// nothing from the start: a poll without news costs no lock. The flags are taken before the rows are read, in one step:
+// what is raised meanwhile is for the next read, and of two panels one is the faster.
+template <class Model>
+int takeFlags(Model& model, ModelLock& lock)
+{
+    if (model.m_updateFlags.load(std::memory_order_relaxed) == 0)
+        return 0;
+    lock.lock();
+    return model.m_updateFlags.exchange(0);
 }
 
 } // namespace TC::detail

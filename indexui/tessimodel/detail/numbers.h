@@ -40,6 +40,12 @@ inline bool isDifferent(double a, double b)
     return std::abs(a - b) > kTolerance;
 }
 
+// The very same price, to the last bit: for prices as keys. A NaN is not even itself.
+inline bool isSamePrice(double a, double b)
+{
+    return a == b;
+}
+
 inline bool isZero(double value)
 {
     return isEqual(value, 0.0);
@@ -88,7 +94,13 @@ constexpr __int64 difference64(__int64 a, __int64 b)
     return static_cast<__int64>(static_cast<unsigned long long>(a) - static_cast<unsigned long long>(b));
 }
 
-// How far two figures lie apart.
+// How far two figures lie apart. The lowest number has no positive counterpart and stays as it is.
+constexpr int distance32(int a, int b)
+{
+    const int difference = difference32(a, b);
+    return difference < 0 ? difference32(0, difference) : difference;
+}
+
 constexpr __int64 distance64(__int64 a, __int64 b)
 {
     const __int64 difference = difference64(a, b);

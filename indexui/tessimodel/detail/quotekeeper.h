@@ -12,6 +12,15 @@ namespace TC::detail {
 
 using Quotes = SingleQueue::Quotes;
 
+inline void writeQuote(SingleQuote& quote, const SingleQuote& value)
+{
+    writeLive(quote.timetag, value.timetag);
+    writeLive(quote.seq, value.seq);
+    writeLive(quote.volume, value.volume);
+    writeLive(quote.dealVolume, value.dealVolume);
+    writeLive(quote.status, value.status);
+}
+
 // For a level by itself.
 struct PlainKeeper {
     // Returns the order of that seq, which may have been here before; then nothing changes. Quickest behind the last.
@@ -52,7 +61,8 @@ struct BookKeeper {
         return isOwn() ? own.quote : PlainKeeper::find(quotes, seq);
     }
 
-    // The caller holds the level's lock: once the order is out of the queue, no panel can get hold of it.
+    // The caller holds the level's lock, or nobody else knows the level: once the order is out of the queue, no panel
+    // can get hold of it.
     void erase(Quotes& quotes, Quotes::iterator quote) const
     {
         if (isOwn() && &*own.quote == &*quote)
@@ -79,13 +89,7 @@ private:
     Quotes::iterator refill(Quotes& quotes, __int64 timetag, __int64 seq, __int64 volume) const
     {
         Quotes::node_type& node = store.spare.back();
-        SingleQuote& quote = *node.mapped();
-        const SingleQuote fresh;
-        writeLive(quote.timetag, timetag);
-        writeLive(quote.seq, seq);
-        writeLive(quote.volume, volume);
-        writeLive(quote.dealVolume, fresh.dealVolume);
-        writeLive(quote.status, fresh.status);
+        writeQuote(*node.mapped(), {timetag, seq, volume});
         node.key() = seq;
         const auto inserted = quotes.insert(quotes.end(), std::move(node));
         if (node.empty()) // NOLINT(bugprone-use-after-move): it keeps an order whose seq was here before

@@ -11,8 +11,6 @@ namespace TC::detail {
 
 namespace {
 
-constexpr int kUnknownNumber = -1;
-
 template <class NoteBest>
 void takeLevels(const double (&prices)[10], const __int64 (&volumes)[10], double priceTick, EntrustRows& rows,
                 const NoteBest& noteBest)

@@ -50,6 +50,29 @@ void takeLiveStep(Model& model, const DepthPtr& last, DayVolume dayVolume)
     }
 }
 
+// Of a batch: a first history forgets the step before.
+template <class Model>
+void takeVolumeStep(Model& model, int batchKind, const RecordList& records, const DepthPtr& last, DayVolume dayVolume)
+{
+    if (batchKind == kHistoryStart)
+        model.m_quoterLastVolume = 0;
+    if (isHistory(batchKind))
+        takeHistoryStep(model, records, last, dayVolume);
+    else
+        takeLiveStep(model, last, dayVolume);
+}
+
+// Makes a snapshot with which the day volume grew the base of the next step. In a history it is the base already:
+// false.
+template <class Model>
+bool advanceBase(Model& model, const DepthPtr& last, DayVolume dayVolume)
+{
+    if (model.m_quoter && dayVolume(model.m_quoter) >= dayVolume(last))
+        return false;
+    model.m_quoter = last;
+    return true;
+}
+
 // What a snapshot raises. It shows only where it is newer than the ticks, unless ticks raise nothing themselves.
 template <class Model>
 int flagsOfSnapshot(const Model& model, __int64 timetag)
@@ -67,20 +90,20 @@ int flagsOfSnapshot(const Model& model, __int64 timetag)
 template <class Model, class TakeStep>
 void takeSnapshots(Model& model, const BatchPtr& batch, const TakeStep& takeStep)
 {
-    if (!stockFor(model, batch) || batch->records.empty())
+    // One lock over all: a reader must not find the verdict without the limits that belong to it, nor a model that
+    // moves on to another instrument the time of this one's snapshot.
+    const ModelLock lock(model.m_mutex);
+    if (!isFor(batch, model.m_stock))
         return;
-    const auto last = recordAs<quoter::QuoterDepthData>(batch->records.back());
+    const auto last = lastAs<quoter::QuoterDepthData>(batch->records);
     if (!last || last->timetag <= model.m_quoterTimetag)
         return;
-    model.m_continuous = isContinuousTrading(*last);
-    if (!model.m_continuous)
+    const bool isContinuous = isContinuousTrading(*last);
+    model.m_continuous = isContinuous;
+    if (!isContinuous)
         return;
     model.m_quoterTimetag = last->timetag;
     const int flags = flagsOfSnapshot(model, last->timetag);
-
-    const ModelLock lock(model.m_mutex);
-    if (!isFor(batch, model.m_stock))
-        return; // the model has moved on to another instrument meanwhile
     const DayVolume dayVolume{model.m_isNewLoan};
     model.m_quoterLastPrice = getLastPriceEx(dayVolume.isNewLoan, last);
     takeStep(last, dayVolume);

@@ -16,6 +16,8 @@
 // whether it has a row, each book tells by its Side:
 //
 //     struct Side {
+//         OrderPlace& note(const quoter::OrderData&);      // enters where an order goes
+//         OrderPlace* placeOfOrder(__int64 seq);           // where it went, null when it is not known
 //         Place* find(int key);                    // the level with all that belongs to it, null when there is none
 //         Place* open(int key, double price);      // a new level
 //         bool add(Place*, const OrderPtr&, OrderPlace&);   // puts an order into the level
@@ -29,8 +31,8 @@
 //         void forget();                           // a trade was dropped, since its order should have come by now
 //     };
 //
-// The caller holds the book's lock. The book's members go by the names m_stock, m_lastTimetag (an atomic),
-// m_orderPriceKeys (OrderPlaces), m_seenTrades, m_lastBuySeq and m_lastSellSeq.
+// Most of it is the same again (bookside.h). The caller holds the book's lock. The book's members go by the names
+// m_stock, m_lastTimetag (an atomic), m_seenTrades, m_lastBuySeq and m_lastSellSeq.
 namespace TC::detail {
 
 using OrderPtr = std::shared_ptr<quoter::OrderData>;
@@ -95,14 +97,6 @@ void advanceTime(Book& book, __int64 timetag)
         book.m_lastTimetag.store(timetag, std::memory_order_relaxed);
 }
 
-// Where the order went, null for an order that the book does not know.
-template <class Book>
-OrderPlace* placeOfOrder(Book& book, __int64 seq)
-{
-    const auto found = book.m_orderPriceKeys.find(seq);
-    return found == book.m_orderPriceKeys.end() ? nullptr : &found->second;
-}
-
 // Gives the level the trades that waited for the order that has just come. True when the level has run out.
 template <class Side, class Place>
 [[gnu::noinline]] bool dealWaiting(Side& side, Place* place, __int64 seq, OrderPlace& own)
@@ -117,11 +111,12 @@ template <class Side, class Place>
     return side.isDead(place);
 }
 
-// Puts an admitted order into the level of its place's key, which appears with it if need be, and may be gone again
-// when waiting trades use it up. False when the level has the order already.
+// Puts an admitted order into the level of its key, which appears with it if need be, and may be gone again when
+// waiting trades use it up. False when the level has the order already.
 template <class Side>
-bool placeOrder(Side side, const OrderPtr& order, OrderPlace& own, int& flags)
+bool placeOrder(Side side, const OrderPtr& order, int& flags)
 {
+    OrderPlace& own = side.note(*order);
     const int key = own.key;
     auto* place = side.find(key);
     const bool created = !place;
@@ -151,7 +146,7 @@ template <class Side>
         side.forget();
 }
 
-// Offers an admitted trade to the level of the side's order, which is null when the book does not know it.
+// Offers an admitted trade to the level of the side's order `seq`, whose place is null when the book does not know it.
 template <class Side>
 bool dealOrPark(Side side, OrderPlace* own, __int64 seq, const TradePtr& trade, int& flags)
 {

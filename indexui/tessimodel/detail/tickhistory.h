@@ -10,15 +10,16 @@
 
 #include <cstddef>
 #include <memory>
+#include <utility>
 #include <vector>
 
 // The steps by which a model keeps tick orders and trades, and builds its book of them once the history of both is in
 // hand, whichever comes last. They are the same for every such model, over the members that the models share by name
-// (m_mutex, m_orders, m_transactions, m_dealVolumes, m_loadedHistory); what differs the model tells by its Rules:
+// (m_mutex, m_book, m_orders, m_transactions, m_dealVolumes, m_loadedHistory); what differs the model tells by its
+// Rules:
 //
 //     struct Rules {
-//         void drop(Orders&), drop(Trades&, DealVolumes&);      // empties, under m_mutex
-//         void startBook(size_t orders, size_t trades);         // empties the book for a build of that many ticks
+//         void drop(Orders&), drop(Trades&, DealVolumes&);      // empties; takes m_mutex
 //         bool offer(const OrderPtr&, int& flags, Ticks);       // to the book
 //         bool offer(const TradePtr&, int& flags, Ticks);
 //         void tookLive(int flags);                             // the book took a live order
@@ -82,6 +83,15 @@ bool offerTrade(Rules& rules, const TradePtr& trade)
         return false;
     rules.offered(*trade);
     return true;
+}
+
+// Empties the book for a build of that many ticks.
+template <class Book>
+void startBook(Book& book, std::size_t orders, std::size_t trades)
+{
+    book.clearBook();
+    book.clearPending();
+    book.reserve(withGrowth(orders), withGrowth(trades));
 }
 
 template <class Model, class List>
@@ -178,9 +188,9 @@ template <class Model>
 void keepOrders(Model& model, const RecordList& records)
 {
     for (const auto& record : records) {
-        if (const OrderPtr order = recordAs<quoter::OrderData>(record)) {
+        if (OrderPtr order = recordAs<quoter::OrderData>(record)) {
             const ModelLock lock(model.m_mutex);
-            model.m_orders.push_back(order);
+            model.m_orders.push_back(std::move(order));
         }
     }
 }
@@ -195,10 +205,8 @@ void takeOrders(Model& model, Rules rules, int batchKind, const RecordList& reco
     }
     if (records.empty() && batchKind != kHistoryStart)
         return;
-    if (batchKind == kHistoryStart) {
-        const ModelLock lock(model.m_mutex);
+    if (batchKind == kHistoryStart)
         rules.drop(model.m_orders);
-    }
     model.m_loadedHistory |= kOrdersLoaded;
     if (model.m_loadedHistory != kBothLoaded) {
         keepOrders(model, records);
@@ -208,7 +216,7 @@ void takeOrders(Model& model, Rules rules, int batchKind, const RecordList& reco
 
     ConsumedSeqs consumed;
     if (batchKind == kHistoryStart)
-        rules.startBook(records.size(), sizeOf(model, model.m_transactions));
+        startBook(model.m_book, records.size(), sizeOf(model, model.m_transactions));
     if (!buildFromOrders(model, rules, records, consumed))
         return;
     if (batchKind == kHistoryStart) {
@@ -226,12 +234,12 @@ template <class Model>
 void keepTrades(Model& model, const RecordList& records)
 {
     for (const auto& record : records) {
-        const TradePtr trade = recordAs<quoter::TransactionData>(record);
+        TradePtr trade = recordAs<quoter::TransactionData>(record);
         if (!trade)
             continue;
         const ModelLock lock(model.m_mutex);
-        model.m_transactions.push_back(trade);
         addDealt(model.m_dealVolumes, *trade);
+        model.m_transactions.push_back(std::move(trade));
     }
 }
 
@@ -245,16 +253,14 @@ void takeTrades(Model& model, Rules rules, int batchKind, const RecordList& reco
     }
     if (records.empty() && batchKind != kHistoryStart)
         return;
-    if (batchKind == kHistoryStart) {
-        const ModelLock lock(model.m_mutex);
+    if (batchKind == kHistoryStart)
         rules.drop(model.m_transactions, model.m_dealVolumes);
-    }
     keepTrades(model, records);
     model.m_loadedHistory |= kTradesLoaded;
     if (model.m_loadedHistory == kBothLoaded) {
         ConsumedSeqs consumed;
         if (batchKind == kHistoryStart) {
-            rules.startBook(sizeOf(model, model.m_orders), records.size());
+            startBook(model.m_book, sizeOf(model, model.m_orders), records.size());
             for (const OrderPtr& order : selectOrders(model, consumed)) {
                 if (!offerHistory(rules, order))
                     return;

@@ -48,6 +48,20 @@ std::optional<int> continuousStep(const RecordList& records, DayVolume dayVolume
     return std::nullopt;
 }
 
+// The snapshot from which a step to `last`, the newest of the batch, is counted: the nearest before it with less
+// volume. Null when there is none.
+template <class Snapshot>
+std::shared_ptr<Snapshot> baseOfStep(const RecordList& records, const std::shared_ptr<Snapshot>& last,
+                                     DayVolume dayVolume)
+{
+    for (auto record = records.crbegin() + 1; record != records.crend(); ++record) {
+        auto snapshot = recordAs<Snapshot>(*record);
+        if (snapshot && dayVolume(snapshot) < dayVolume(last))
+            return snapshot;
+    }
+    return nullptr;
+}
+
 // The step that led to `last`, the newest snapshot of the batch.
 template <class Snapshot>
 std::optional<int> latestStep(const RecordList& records, const std::shared_ptr<Snapshot>& last,

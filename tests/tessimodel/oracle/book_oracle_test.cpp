@@ -1,17 +1,12 @@
 // The tick-built book by itself against the naive one, with every mix of ticks that fade the marks and ticks that do
 // not.
 
-#include "quoter/orderdata.h"
-#include "quoter/transactiondata.h"
 #include "standin/terminal.h"
-#include "tests/support/instruments.h"
+#include "tests/tessimodel/oracle/bookduel.h"
 #include "tests/tessimodel/oracle/market.h"
 #include "tests/tessimodel/oracle/naivestate.h"
-#include "tests/tessimodel/oracle/oracleruns.h"
 #include "tests/tessimodel/oracle/realstate.h"
-#include "tests/tessimodel/oracle/shrinkingsteps.h"
 #include "tests/tessimodel/oracle/wrapping.h"
-#include "ztservice/instrumentdetail.h"
 
 #include <fmt/format.h>
 
@@ -94,30 +89,12 @@ std::vector<BookStep> makeSteps(unsigned long long seed)
     return steps;
 }
 
-class BookDuel {
+class ThousandBookDuel : public BookDuel<BookStep, TC::ThousandBook, NaiveBook> {
 public:
-    BookDuel()
+    explicit ThousandBookDuel(standin::Terminal& terminal)
+        : m_terminal(terminal)
     {
-        for (std::size_t i = 0; i < m_stocks.size(); ++i) {
-            m_stocks[i] = std::make_shared<ztservice::CInstrumentDetail>();
-            m_stocks[i]->market = instruments()[i].market;
-            m_stocks[i]->code = instruments()[i].code;
-        }
-        m_naive.counters = &m_counters;
-        m_real.m_stock = m_stocks[0];
-        m_naive.stock = 0;
         setUnits(0.01, 100);
-    }
-
-    std::string play(const std::vector<BookStep>& steps)
-    {
-        for (std::size_t i = 0; i < steps.size(); ++i) {
-            apply(steps[i]);
-            const std::string found = difference();
-            if (!found.empty())
-                return fmt::format("after step {}, {}:\n{}", i + 1, text(steps[i]), found);
-        }
-        return "";
     }
 
 private:
@@ -127,31 +104,16 @@ private:
         m_real.m_volumeUnit = m_naive.volumeUnit = unit;
     }
 
-    void apply(const BookStep& step)
+    void apply(const BookStep& step) override
     {
         using enum BookStep::Action;
         switch (step.action) {
         case Tick:
-            offer(step);
+            offer(step, step.refresh);
             break;
         case Decay:
             m_real.refreshDecay();
             m_naive.refreshDecay();
-            break;
-        case ClearBook:
-            m_real.clearBook();
-            m_naive.clearBook();
-            break;
-        case ClearPending:
-            m_real.clearPending();
-            m_naive.clearPending();
-            break;
-        case ClearAll:
-            m_real.clearAll();
-            m_naive.clearAll();
-            break;
-        case Clean:
-            m_real.m_bidsDirty = m_real.m_asksDirty = m_naive.bids.dirty = m_naive.asks.dirty = false;
             break;
         case Correct:
             correctRow(step);
@@ -162,21 +124,9 @@ private:
         case NewUnits:
             setUnits(step.isBid ? 0.005 : 0.01, step.refresh ? 10 : 100);
             break;
-        }
-    }
-
-    void offer(const BookStep& step)
-    {
-        const auto real = m_records.of(step.record);
-        const auto& stock = m_stocks[static_cast<std::size_t>(step.stock)];
-        if (step.record->type == Record::Type::Order) {
-            m_realAnswer = m_real.appendOrder(stock, std::dynamic_pointer_cast<quoter::OrderData>(real), m_realFlags,
-                                              step.refresh);
-            m_naiveAnswer = m_naive.appendOrder(step.stock, step.record, m_naiveFlags, step.refresh);
-        } else {
-            m_realAnswer = m_real.appendTransaction(stock, std::dynamic_pointer_cast<quoter::TransactionData>(real),
-                                                    m_realFlags, step.refresh);
-            m_naiveAnswer = m_naive.appendTransaction(step.stock, step.record, m_naiveFlags, step.refresh);
+        default:
+            applyCommon(step);
+            break;
         }
     }
 
@@ -212,10 +162,14 @@ private:
         m_naiveCopy->correctQueue(step.volume);
     }
 
-    void write(Lines& expected, Lines& real)
+    std::string end() override
     {
-        expected.clear();
-        real.clear();
+        m_terminal.strands.drain("data_release");
+        return "";
+    }
+
+    void write(Lines& expected, Lines& real) const override
+    {
         expected.add(m_answer, {m_naiveAnswer, m_naiveFlags});
         real.add(m_answer, {m_realAnswer, m_realFlags});
         writeState(expected, m_naive);
@@ -232,46 +186,20 @@ private:
             writeState(real, *m_realCopy, m_realCopy->m_isBid, 0);
     }
 
-    std::string difference()
-    {
-        write(m_expectedLines, m_realLines);
-        if (m_expectedLines == m_realLines)
-            return "";
-        Lines expected(true);
-        Lines real(true);
-        write(expected, real);
-        return firstDifferences(expected, real);
-    }
-
     const Section m_answer{"answer", nullptr, {"answer", "flags or number"}};
-    std::array<std::shared_ptr<ztservice::CInstrumentDetail>, 2> m_stocks;
-    RealRecords m_records;
-    Counters m_counters;
-    TC::ThousandBook m_real;
-    NaiveBook m_naive;
-    bool m_realAnswer = false;
-    bool m_naiveAnswer = false;
-    int m_realFlags = 0;
-    int m_naiveFlags = 0;
+    standin::Terminal& m_terminal;
     std::shared_ptr<TC::SingleQueue> m_heldReal;
     NaiveLevelPtr m_heldNaive;
     std::shared_ptr<TC::SingleQueue> m_realCopy;
     NaiveLevelPtr m_naiveCopy;
-    Lines m_expectedLines;
-    Lines m_realLines;
 };
 
 TEST(BookOracle, shouldEqualTheNaiveBookWhenTicksFadeMarksOrLeaveThem)
 {
     standin::Terminal terminal;
     terminal.strands.runByHand();
-    checkStreams("levels, rows, marks, waiting trades", kStreams, [&terminal] {
-        const auto steps = *shrinkingSteps(&makeSteps);
-        const std::string difference = BookDuel().play(steps.all);
-        terminal.strands.drain("data_release");
-        if (!difference.empty())
-            RC_FAIL(difference);
-    });
+    checkDuels("levels, rows, marks, waiting trades", kStreams, &makeSteps,
+               [&terminal] { return ThousandBookDuel(terminal); });
 }
 
 } // namespace

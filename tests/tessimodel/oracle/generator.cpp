@@ -2,6 +2,7 @@
 
 #include "tests/tessimodel/oracle/market.h"
 #include "tests/tessimodel/oracle/shrinkingsteps.h"
+#include "tests/tessimodel/oracle/stepwriter.h"
 
 #include <algorithm>
 
@@ -11,12 +12,10 @@ namespace {
 
 using enum Step::Action;
 
-class Writer {
+class Writer : StepList<Step, Market> {
 public:
     Writer(unsigned long long seed, int steps)
-        : m_dice(seed)
-        , m_market(m_dice)
-        , m_limit(static_cast<std::size_t>(steps))
+        : StepList(seed, static_cast<std::size_t>(steps))
     {
         m_stream.seed = seed;
         m_stream.suppressTickFlags = m_dice.oneIn(6);
@@ -29,9 +28,9 @@ public:
         warmUp();
         if (!m_dice.oneIn(12))
             openSession();
-        while (m_stream.steps.size() < m_limit)
+        while (!isFull())
             next();
-        m_stream.steps.resize(m_limit);
+        m_stream.steps = finished();
         return m_stream;
     }
 
@@ -59,8 +58,7 @@ private:
 
     void deliver(Step::Action action, int kind, std::vector<RecordPtr> records)
     {
-        Step step;
-        step.action = action;
+        Step& step = add(action);
         step.kind = kind;
         step.works = !m_dice.oneIn(8);
         auto batch = std::make_shared<Batch>();
@@ -70,7 +68,6 @@ private:
             spoil(batch->records);
         if (!m_dice.oneIn(250))
             step.batch = batch;
-        m_stream.steps.push_back(step);
     }
 
     void spoil(std::vector<RecordPtr>& records)
@@ -126,12 +123,8 @@ private:
 
     void live(Step::Action action, RecordPtr (Market::*make)())
     {
-        // Of several records only the last one counts.
-        std::vector<RecordPtr> records;
-        const int count = m_dice.oneIn(40) ? m_dice.below(4) : 1;
-        for (int i = 0; i < count; ++i)
-            records.push_back((m_market.*make)());
-        deliver(action, m_dice.oneIn(10) ? m_dice.pick({2, -1, 7}) : 1, std::move(records));
+        auto records = liveRecords(40, make);
+        deliver(action, liveKind(), std::move(records));
     }
 
     void liveTick()
@@ -140,24 +133,6 @@ private:
             live(Orders, &Market::order);
         else
             live(Trades, &Market::trade);
-    }
-
-    void add(Step::Action action, bool flag = false, double price = 0)
-    {
-        Step step;
-        step.action = action;
-        step.flag = flag;
-        step.price = price;
-        m_stream.steps.push_back(step);
-    }
-
-    void follow(int instrument)
-    {
-        m_followed = instrument;
-        Step step;
-        step.action = Follow;
-        step.instrument = instrument;
-        m_stream.steps.push_back(step);
     }
 
     // To another instrument, to none, or back; now and then without the clear that belongs to it.
@@ -228,11 +203,7 @@ private:
         }
     }
 
-    Dice m_dice;
-    Market m_market;
-    std::size_t m_limit;
     Stream m_stream;
-    int m_followed = 0;
 };
 
 rc::Seq<Stream> smallerStreams(const Stream& stream)

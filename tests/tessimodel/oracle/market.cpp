@@ -9,7 +9,6 @@ namespace tests::oracle {
 
 namespace {
 
-constexpr int kPrices = 20;
 constexpr int kHand = 100;
 constexpr __int64 kSaneShares = 1000000; // the market itself takes no wild volumes into account
 constexpr double kInfinity = std::numeric_limits<double>::infinity();

@@ -31,6 +31,12 @@ public:
     // Mostly one at which an order rests.
     double queuePrice();
 
+protected:
+    static constexpr int kPrices = 20;
+
+    double priceAt(int level) const; // level below kPrices
+    double wildPrice();
+
 private:
     struct Open {
         __int64 seq;
@@ -39,8 +45,6 @@ private:
         __int64 left;
     };
 
-    double priceAt(int level) const;
-    double wildPrice();
     __int64 volume();
     __int64 tick();
     __int64 seqOfOrder();

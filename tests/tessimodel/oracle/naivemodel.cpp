@@ -33,72 +33,16 @@ bool touchesTheBook(const Record& trade, const std::set<__int64>& consumed)
 
 } // namespace
 
-NaiveModel::NaiveModel(bool suppresses, NaiveManager& keptRows, Counters& counted)
-    : suppressTickFlags(suppresses)
-    , m_manager(keptRows)
-    , m_counters(counted)
-{
-    book.counters = &counted;
-}
-
-void NaiveModel::setStock(int instrument)
-{
-    stock = instrument;
-    initStockParams();
-    if (m_manager.saved.contains(instrument))
-        updateFlags = kRebuilt;
-}
-
-void NaiveModel::initStockParams()
-{
-    priceTick = 0.001;
-    volumeUnit = 1;
-    hasAfterHours = false;
-    lastClose = DBL_MAX;
-    if (stock >= 0) {
-        const Instrument& followed = instrumentAt(stock);
-        priceTick = followed.priceTick;
-        volumeUnit = sharesPerHand(followed);
-        hasAfterHours = followed.types.contains(277) || followed.types.contains(10006);
-        lastClose = followed.lastClose;
-    }
-    book.stock = stock;
-    book.priceTick = priceTick;
-    book.volumeUnit = volumeUnit;
-}
-
 void NaiveModel::callback(const Step& step)
 {
-    const int kind = step.kind;
-    const BatchPtr batch = step.batch;
-    if (!batch)
-        return;
-    m_tasks.emplace_back([this, action = step.action, kind, batch] {
-        if (!isOurs(batch)) {
-            ++m_counters.foreignBatches;
-            return;
-        }
+    post(step.batch, [this, action = step.action, kind = step.kind, batch = step.batch] {
         if (action == Step::Action::Orders)
             doEntrust(kind, batch);
         else if (action == Step::Action::Trades)
             doTransaction(kind, batch);
         else
-            doQuoter(kind, batch);
+            doQuoter(kind, batch->records);
     });
-}
-
-void NaiveModel::work()
-{
-    while (!m_tasks.empty()) {
-        const auto task = m_tasks.front();
-        m_tasks.pop_front();
-        task();
-    }
-}
-
-bool NaiveModel::isOurs(const BatchPtr& batch) const
-{
-    return stock >= 0 && batch->instrument == stock;
 }
 
 void NaiveModel::doEntrust(int kind, const BatchPtr& batch)
@@ -255,6 +199,18 @@ void NaiveModel::tickVolumeToHands()
         tickLastVolume = 1;
     else
         tickLastVolume = truncated(tickLastVolume / static_cast<double>(volumeUnit) + 0.5);
+}
+
+void NaiveModel::noteStep(int kind, const Records& batch)
+{
+    const RecordPtr last = batch.back();
+    takeStep(kind, batch);
+    if (!quoter)
+        quoter = baseBeforeLast(batch);
+    if (!quoter || quoter->volume < last->volume) {
+        quoterVolumeTime = last->timetag;
+        quoter = last;
+    }
 }
 
 } // namespace tests::oracle

@@ -30,20 +30,6 @@ bool NaiveModel::checkUpdate(NaivePanel& panel)
     return true;
 }
 
-void NaiveModel::trim(NaivePanel& panel)
-{
-    auto& [flags, bids, asks, lastPrice, lastVolume, minPrice, maxPrice, maxAmount] = panel;
-    if (!continuous || bids.empty() || asks.empty() || !(asks.front()->price - bids.back()->price <= 1e-5))
-        return;
-    const std::size_t before = bids.size() + asks.size();
-    while (!bids.empty() && bids.back()->price - bidCeiling > 1e-5)
-        bids.pop_back();
-    while (!asks.empty() && asks.front()->price - askFloor < -1e-5)
-        asks.erase(asks.begin());
-    if (bids.size() + asks.size() < before)
-        ++m_counters.trims;
-}
-
 void NaiveModel::getSide(bool isBid, NaivePanel& panel)
 {
     if (readRows(isBid, isBid ? panel.bids : panel.asks, panel))
@@ -73,13 +59,7 @@ bool NaiveModel::readRows(bool isBid, std::vector<NaiveRowPtr>& rows, NaivePanel
     }
     rows.clear();
     for (const auto& [key, row] : ours) {
-        if (row->price - panel.maxPrice > 1e-5)
-            panel.maxPrice = row->price;
-        if (row->price - panel.minPrice < -1e-5)
-            panel.minPrice = row->price;
-        const double amount = row->volume * row->price;
-        if (amount > panel.maxAmount)
-            panel.maxAmount = amount;
+        widen(panel, *row);
         rows.push_back(row);
     }
     return changed;
@@ -168,29 +148,10 @@ NaiveLevelPtr NaiveModel::getQueue(bool isBid, double price)
 
 void NaiveModel::clear()
 {
-    if (stock >= 0 && (!askRows.empty() || !bidRows.empty()))
-        m_manager.saved[stock] = {askRows, bidRows};
-    priceTick = 0.001;
-    tickLastPrice = quoterLastPrice = DBL_MAX;
-    tickLastVolume = quoterLastVolume = afterHoursVolume = 0;
-    quoterVolumeTime = 0;
-    quoter = nullptr;
     orders.clear();
     transactions.clear();
-    snapshotAsks.clear();
-    snapshotBids.clear();
     dealVolumes.clear();
-    askRows.clear();
-    bidRows.clear();
-    askFloor = 10000000000.0;
-    bidCeiling = 0;
-    quoterTimetag = 0;
-    continuous = false;
-    loadedHistory = 0;
-    dataReady = 0;
-    updateFlags = 1;
-    book.clearAll();
-    initStockParams();
+    clearShared();
 }
 
 } // namespace tests::oracle

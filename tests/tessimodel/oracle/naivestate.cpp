@@ -69,13 +69,11 @@ void writeState(Lines& out, const NaiveBook& book)
     out.addIndex(sections::kSeenTrade, pairs);
 }
 
-void writeState(Lines& out, const NaiveModel& model)
+void writeSharedState(Lines& out, const NaiveSnapshotModel& model)
 {
     out.add(sections::kFlags, {model.loadedHistory, model.dataReady, model.updateFlags, model.continuous,
-                               model.isNewLoan, model.dataReady == 3, model.suppressTickFlags});
-    out.add(sections::kStock, model.priceTick,
-            {model.stock, model.volumeUnit, model.hasAfterHours, static_cast<__int64>(model.orders.size()),
-             static_cast<__int64>(model.transactions.size()), lastId(model.orders), lastId(model.transactions)});
+                               model.isNewLoan, model.suppressTickFlags});
+    out.add(sections::kStock, model.priceTick, {model.stock, model.volumeUnit, model.hasAfterHours});
     out.add(sections::kSnapshotFigures, model.quoterLastPrice,
             {model.quoterTimetag, model.quoterVolumeTime, model.quoterLastVolume, idOf(model.quoter),
              model.afterHoursVolume});
@@ -88,6 +86,15 @@ void writeState(Lines& out, const NaiveModel& model)
     writeRows(out, sections::kModelRow, false, model.askRows);
     writeRows(out, sections::kSnapshotRow, true, model.snapshotBids);
     writeRows(out, sections::kSnapshotRow, false, model.snapshotAsks);
+}
+
+void writeState(Lines& out, const NaiveModel& model)
+{
+    writeSharedState(out, model);
+    out.add(sections::kReady, {model.dataReady == 3});
+    out.add(sections::kTicks,
+            {static_cast<__int64>(model.orders.size()), static_cast<__int64>(model.transactions.size()),
+             lastId(model.orders), lastId(model.transactions)});
     std::vector<std::array<__int64, 2>> pairs;
     for (const auto& [seq, volume] : model.dealVolumes)
         pairs.push_back({seq, volume});

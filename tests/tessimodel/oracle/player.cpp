@@ -1,48 +1,27 @@
 #include "tests/tessimodel/oracle/player.h"
 
-#include "tests/tessimodel/oracle/sections.h"
-
-#include <fmt/format.h>
-
 namespace tests::oracle {
 
 namespace {
 
 constexpr std::size_t kQueuesHeld = 3;
 
-QString expectedKeyOf(int instrument)
-{
-    return instrument < 0 ? QString() : stockKeyOf(instrument);
-}
-
 } // namespace
 
 Player::Player(standin::Terminal& terminal, const Stream& stream, Counters& counters)
-    : m_terminal(terminal)
+    : ThousandLevelDuel(terminal)
     , m_stream(stream)
-    , m_realManager(utils::CSingletonT<TC::CDepthThousandModelManager>::instance())
 {
-    m_realManager->clearDatas();
     m_real.emplace(stream.suppressTickFlags, 7);
     m_naive.emplace(stream.suppressTickFlags, m_naiveManager, counters);
 }
 
 std::string Player::play()
 {
-    std::string found = difference("in a new model");
-    if (!found.empty())
-        return found;
-    m_real->setStock(stockKeyOf(m_stream.instrument));
-    m_naive->setStock(m_stream.instrument);
-    int number = 0;
-    for (const Step& step : m_stream.steps) {
-        ++number;
-        apply(step);
-        found = difference("");
-        if (!found.empty())
-            return fmt::format("after step {}, {}:\n{}", number, text(step), found);
-    }
-    return endOfModel();
+    const std::string found = differenceWhen("in a new model");
+    follow(m_stream.instrument);
+    const std::string later = StepDuel::play(m_stream.steps);
+    return found.empty() ? later : found;
 }
 
 void Player::apply(const Step& step)
@@ -50,87 +29,33 @@ void Player::apply(const Step& step)
     using enum Step::Action;
     switch (step.action) {
     case Orders:
+        deliver(step, &TickModel::entrustCallback, m_records.of(step.batch));
+        break;
     case Trades:
+        deliver(step, &TickModel::transactionCallback, m_records.of(step.batch));
+        break;
     case Snapshots:
-        deliver(step);
-        break;
-    case Work:
-        work();
-        break;
-    case Release:
-        m_terminal.strands.drain("data_release");
-        break;
-    case Clear:
-        m_real->clear();
-        m_naive->clear();
-        break;
-    case Follow:
-        m_real->setStock(stockKeyOf(step.instrument));
-        m_naive->setStock(step.instrument);
-        break;
-    case NewLoan:
-        m_real->setNewLoan(step.flag);
-        m_naive->setNewLoan(step.flag);
+        deliver(step, &TickModel::quoterCallback, m_records.of(step.batch));
         break;
     case Read:
-        read(step.flag);
+        if (step.flag)
+            startExtremesAnew();
+        read();
         break;
     case ReadSide:
-        readSide(step.flag);
+        readSide(step.flag, step.flag ? &TickModel::getBids : &TickModel::getAsks);
+        m_naive->getSide(step.flag, m_naivePanel);
         break;
     case Queue:
         askQueue(step.flag, step.price);
         break;
     case TradeDataChanged:
-        m_terminal.changeTradeData("another day");
-        m_naiveManager.saved.clear();
+        forgetSavedRows();
+        break;
+    default:
+        applyCommon(step);
         break;
     }
-}
-
-void Player::deliver(const Step& step)
-{
-    const auto batch = m_records.of(step.batch);
-    if (step.action == Step::Action::Orders)
-        m_real->entrustCallback(0, step.kind, batch);
-    else if (step.action == Step::Action::Trades)
-        m_real->transactionCallback(0, step.kind, batch);
-    else
-        m_real->quoterCallback(0, step.kind, batch);
-    m_naive->callback(step);
-    if (step.works)
-        work();
-}
-
-void Player::work()
-{
-    m_terminal.strands.drain("modulegroup");
-    m_naive->work();
-}
-
-void Player::read(bool startsAnew)
-{
-    if (startsAnew) {
-        RealPanel& real = m_realPanel;
-        NaivePanel& naive = m_naivePanel;
-        real.minPrice = naive.minPrice = DBL_MAX;
-        real.maxPrice = naive.maxPrice = -DBL_MAX;
-        real.maxAmount = naive.maxAmount = 0;
-    }
-    RealPanel& panel = m_realPanel;
-    m_realAnswer = m_real->checkUpdate(panel.flags, panel.bids, panel.asks, panel.lastPrice, panel.lastVolume,
-                                       panel.minPrice, panel.maxPrice, panel.maxAmount);
-    m_naiveAnswer = m_naive->checkUpdate(m_naivePanel);
-}
-
-void Player::readSide(bool isBid)
-{
-    RealPanel& panel = m_realPanel;
-    if (isBid)
-        m_real->getBids(panel.bids, panel.minPrice, panel.maxPrice, panel.maxAmount);
-    else
-        m_real->getAsks(panel.asks, panel.minPrice, panel.maxPrice, panel.maxAmount);
-    m_naive->getSide(isBid, m_naivePanel);
 }
 
 void Player::askQueue(bool isBid, double price)
@@ -167,47 +92,14 @@ void Player::writeHeld(Lines& expected, Lines& real) const
     }
 }
 
-void Player::writeAll(Lines& expected, Lines& real)
+void Player::write(Lines& expected, Lines& real) const
 {
-    expected.clear();
-    real.clear();
-    expected.add(sections::kAnswer, {m_naiveAnswer});
-    real.add(sections::kAnswer, {m_realAnswer});
+    writeSurroundings(expected, real);
     if (m_real) {
         writeState(expected, *m_naive);
         writeState(real, *m_real, m_records);
     }
-    writeState(expected, m_naivePanel);
-    writeState(real, m_realPanel);
-    writeState(expected, m_naiveManager);
-    writeState(real, *m_realManager);
     writeHeld(expected, real);
-}
-
-std::string Player::difference(const std::string& after)
-{
-    writeAll(m_expectedLines, m_realLines);
-    const bool sameKey = !m_real || m_real->getStockKey() == expectedKeyOf(m_naive->stock);
-    if (m_expectedLines == m_realLines && sameKey)
-        return "";
-    Lines expected(true);
-    Lines real(true);
-    writeAll(expected, real);
-    return after + "\n" + firstDifferences(expected, real) + (sameKey ? "" : "    getStockKey differs\n");
-}
-
-// A model that goes leaves its rows with the manager, as a cleared one does.
-std::string Player::endOfModel()
-{
-    work();
-    std::string found = difference("when the last work was done");
-    if (!found.empty())
-        return found;
-    m_real.reset();
-    m_naive->clear();
-    found = difference("when the model went");
-    m_terminal.strands.drain("data_release");
-    return found;
 }
 
 } // namespace tests::oracle

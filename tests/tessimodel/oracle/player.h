@@ -1,15 +1,19 @@
 #pragma once
 
-#include "tests/tessimodel/oracle/naivestate.h"
-#include "tests/tessimodel/oracle/realstate.h"
+#include "tests/tessimodel/oracle/thousandduel.h"
 
 #include <deque>
-#include <optional>
 
 namespace tests::oracle {
 
+struct TickModel : TC::CModelDepthThousand {
+    using CModelDepthThousand::CModelDepthThousand;
+    using CModelDepthThousand::getAsks;
+    using CModelDepthThousand::getBids;
+};
+
 // Plays a stream on the model and on the naive one side by side.
-class Player {
+class Player : public ThousandLevelDuel<Step, TickModel, NaiveModel> {
 public:
     Player(standin::Terminal& terminal, const Stream& stream, Counters& counters);
 
@@ -17,12 +21,6 @@ public:
     std::string play();
 
 private:
-    struct Model : TC::CModelDepthThousand {
-        using CModelDepthThousand::CModelDepthThousand;
-        using CModelDepthThousand::getAsks;
-        using CModelDepthThousand::getBids;
-    };
-
     struct HeldQueue {
         std::shared_ptr<TC::SingleQueue> real;
         NaiveLevelPtr naive;
@@ -32,31 +30,13 @@ private:
         bool naiveIsBooks;
     };
 
-    void apply(const Step& step);
-    void deliver(const Step& step);
-    void work();
-    void read(bool startsAnew);
-    void readSide(bool isBid);
+    void apply(const Step& step) override;
+    void write(Lines& expected, Lines& real) const override;
     void askQueue(bool isBid, double price);
-    void writeAll(Lines& expected, Lines& real);
     void writeHeld(Lines& expected, Lines& real) const;
-    std::string difference(const std::string& after);
-    std::string endOfModel();
 
-    standin::Terminal& m_terminal;
     const Stream& m_stream;
-    RealRecords m_records;
-    boost::shared_ptr<TC::CDepthThousandModelManager> m_realManager;
-    std::optional<Model> m_real;
-    RealPanel m_realPanel;
-    bool m_realAnswer = false;
-    NaiveManager m_naiveManager;
-    std::optional<NaiveModel> m_naive;
-    NaivePanel m_naivePanel;
-    bool m_naiveAnswer = false;
     std::deque<HeldQueue> m_held;
-    Lines m_expectedLines;
-    Lines m_realLines;
 };
 
 } // namespace tests::oracle

@@ -2,11 +2,10 @@
 
 #include "quoter/orderdata.h"
 #include "quoter/transactiondata.h"
-#include "tests/tessimodel/oracle/dice.h"
+#include "tests/tessimodel/oracle/levelrecords.h"
 #include "tests/tessimodel/oracle/naivestate.h"
-#include "tests/tessimodel/oracle/oracleruns.h"
 #include "tests/tessimodel/oracle/realstate.h"
-#include "tests/tessimodel/oracle/shrinkingsteps.h"
+#include "tests/tessimodel/oracle/stepduel.h"
 
 #include <boost/make_shared.hpp>
 #include <fmt/format.h>
@@ -56,33 +55,17 @@ int anyVolume(Dice& dice)
     return dice.oneIn(3) ? dice.between(0, 400000) : dice.between(0, 30) * 50;
 }
 
-__int64 anyShares(Dice& dice)
-{
-    if (dice.oneIn(40))
-        return dice.pick<__int64>({0, -1, -300, INT_MAX, 1LL << 32, (1LL << 32) + 100, LLONG_MAX, LLONG_MIN});
-    return dice.between(1, 12) * dice.pick<__int64>({30, 50, 100});
-}
-
 std::vector<QueueStep> makeSteps(unsigned long long seed)
 {
     using enum QueueStep::Action;
     Dice dice(seed);
     const int unit = dice.pick({1, 10, 100});
-    __int64 seq = 0;
+    LevelRecords records(dice, 12);
     std::vector<QueueStep> steps(kSteps);
     for (QueueStep& step : steps) {
         step.action =
             dice.pick({Order, Order, Order, Order, Deal, Deal, Deal, CorrectNumber, ImpliedOrders, CopyAndCorrect});
-        Record& record = step.record;
-        record.type = step.action == Deal ? Record::Type::Trade : Record::Type::Order;
-        record.timetag = dice.oneIn(50) ? LLONG_MIN : dice.between(-10, 5000);
-        record.volume = anyShares(dice);
-        seq += dice.between(0, 2);
-        record.seq = dice.oneIn(60) ? dice.pick<__int64>({LLONG_MAX, 0, -3, 1LL << 33}) : seq;
-        record.buySeq = dice.oneIn(3) ? dice.between(-1, static_cast<int>(seq) + 2)
-                                      : std::max(0, static_cast<int>(seq) - dice.below(8));
-        record.sellSeq = dice.oneIn(4) ? 0 : record.buySeq + dice.between(-1, 1);
-        record.transKind = dice.oneIn(3) ? 3 : dice.below(3);
+        step.record = records.next(step.action == Deal ? Record::Type::Trade : Record::Type::Order);
         step.withRow = !dice.oneIn(4);
         step.unit = dice.oneIn(10) ? dice.pick({1, 10, 100}) : unit;
         step.from = dice.oneIn(2) ? 0 : anyVolume(dice);
@@ -91,7 +74,7 @@ std::vector<QueueStep> makeSteps(unsigned long long seed)
     return steps;
 }
 
-class QueueDuel {
+class QueueDuel : public StepDuel<QueueStep> {
 public:
     explicit QueueDuel(bool isBid)
         : m_real(10.01, isBid)
@@ -100,21 +83,8 @@ public:
         m_naive.isBid = isBid;
     }
 
-    std::string play(const std::vector<QueueStep>& steps)
-    {
-        for (std::size_t i = 0; i < steps.size(); ++i) {
-            apply(steps[i]);
-            Lines expected(true);
-            Lines real(true);
-            write(expected, real);
-            if (!(expected == real))
-                return fmt::format("after step {}, {}:\n{}", i + 1, text(steps[i]), firstDifferences(expected, real));
-        }
-        return "";
-    }
-
 private:
-    void apply(const QueueStep& step)
+    void apply(const QueueStep& step) override
     {
         using enum QueueStep::Action;
         const boost::shared_ptr<TC::EntrustData> realRow = step.withRow ? m_realRow : nullptr;
@@ -147,7 +117,7 @@ private:
         m_real.getQuotes(m_real.m_quotes);
     }
 
-    void write(Lines& expected, Lines& real)
+    void write(Lines& expected, Lines& real) const override
     {
         expected.add(m_row, m_naiveRow.price, {m_naiveAnswer, m_naiveRow.volume, m_naiveRow.delta, m_naiveRow.number});
         real.add(m_row, m_realRow->price, {m_realAnswer, m_realRow->volume, m_realRow->delta, m_realRow->number});
@@ -173,13 +143,8 @@ private:
 
 TEST(QueueOracle, shouldEqualTheNaiveLevelWhenOrdersTradesAndCorrectionsAreAnything)
 {
-    checkStreams("orders, totals, rows and copies", kStreams, [] {
-        const bool isBid = *rc::gen::arbitrary<bool>();
-        const auto steps = *shrinkingSteps(&makeSteps);
-        const std::string difference = QueueDuel(isBid).play(steps.all);
-        if (!difference.empty())
-            RC_FAIL(difference);
-    });
+    checkDuels("orders, totals, rows and copies", kStreams, &makeSteps,
+               [] { return QueueDuel(*rc::gen::arbitrary<bool>()); });
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "tests/tessimodel/oracle/realrecords.h"
 
+#include "quoter/levelorderdata.h"
+#include "quoter/levelthousanddata.h"
 #include "tests/support/instruments.h"
 #include "tests/support/records.h"
 #include "ztservice/instrumentdetail.h"
@@ -47,6 +49,28 @@ std::shared_ptr<quoter::QuoterBase> snapshotOf(const Record& from)
     return snapshot;
 }
 
+std::shared_ptr<quoter::QuoterBase> queueOf(const Record& from)
+{
+    auto queue = std::make_shared<quoter::LevelOrderData>();
+    queue->bidPrice = from.allBids.prices.at(0);
+    queue->bidQueue = from.allBids.volumes;
+    queue->askPrice = from.allAsks.prices.at(0);
+    queue->askQueue = from.allAsks.volumes;
+    return queue;
+}
+
+std::shared_ptr<quoter::QuoterBase> thousandOf(const Record& from)
+{
+    auto thousand = std::make_shared<quoter::LevelThousandData>();
+    thousand->bidPrices = from.allBids.prices;
+    thousand->bidVolumes = from.allBids.volumes;
+    thousand->bidNumbers = from.allBids.numbers;
+    thousand->askPrices = from.allAsks.prices;
+    thousand->askVolumes = from.allAsks.volumes;
+    thousand->askNumbers = from.allAsks.numbers;
+    return thousand;
+}
+
 std::shared_ptr<quoter::QuoterBase> realOf(const Record& from)
 {
     switch (from.type) {
@@ -56,6 +80,10 @@ std::shared_ptr<quoter::QuoterBase> realOf(const Record& from)
         return tradeOf(from);
     case Record::Type::Snapshot:
         return snapshotOf(from);
+    case Record::Type::Queue:
+        return queueOf(from);
+    case Record::Type::Thousand:
+        return thousandOf(from);
     case Record::Type::LevelOne:
         break;
     }
@@ -83,6 +111,16 @@ QString stockKeyOf(int instrument)
     return keyOf(followed.market, followed.code);
 }
 
+std::shared_ptr<ztservice::CInstrumentDetail> detailOf(int instrument)
+{
+    if (instrument < 0)
+        return nullptr;
+    auto detail = std::make_shared<ztservice::CInstrumentDetail>();
+    detail->market = instruments().at(static_cast<std::size_t>(instrument)).market;
+    detail->code = instruments().at(static_cast<std::size_t>(instrument)).code;
+    return detail;
+}
+
 int indexOf(const std::shared_ptr<ztservice::CInstrumentDetail>& stock)
 {
     return stock ? instrumentIndex(stock->market, stock->code) : -1;
@@ -106,10 +144,15 @@ boost::shared_ptr<TC::MetaCacheDataWrapper> RealRecords::of(const BatchPtr& batc
     if (!batch)
         return nullptr;
     const Instrument& instrument = instruments().at(static_cast<std::size_t>(batch->instrument));
-    Records records;
-    for (const RecordPtr& record : batch->records)
-        records.push_back(of(record));
-    return batchFor(instrument.market, instrument.code, std::move(records));
+    return batchFor(instrument.market, instrument.code, of(batch->records));
+}
+
+std::vector<std::shared_ptr<quoter::QuoterBase>> RealRecords::of(const std::vector<RecordPtr>& records)
+{
+    Records real;
+    for (const RecordPtr& record : records)
+        real.push_back(of(record));
+    return real;
 }
 
 int RealRecords::idOf(const quoter::QuoterBase* record) const

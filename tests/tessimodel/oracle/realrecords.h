@@ -7,6 +7,7 @@
 #include <boost/shared_ptr.hpp>
 
 #include <unordered_map>
+#include <vector>
 
 #include <QString>
 
@@ -26,6 +27,9 @@ void prepare(standin::Terminal& terminal);
 // The terminal's key of an instrument of the streams, and one that it does not know for -1.
 QString stockKeyOf(int instrument);
 
+// An instrument as a worker holds it: not the model's own object. Null for -1.
+std::shared_ptr<ztservice::CInstrumentDetail> detailOf(int instrument);
+
 // Place in instruments(), -1 for null.
 int indexOf(const std::shared_ptr<ztservice::CInstrumentDetail>& stock);
 
@@ -33,6 +37,7 @@ int indexOf(const std::shared_ptr<ztservice::CInstrumentDetail>& stock);
 class RealRecords {
 public:
     std::shared_ptr<quoter::QuoterBase> of(const RecordPtr& record);
+    std::vector<std::shared_ptr<quoter::QuoterBase>> of(const std::vector<RecordPtr>& records);
     boost::shared_ptr<TC::MetaCacheDataWrapper> of(const BatchPtr& batch);
 
     // -1 for null.

@@ -86,14 +86,12 @@ void writeState(Lines& out, const TC::ThousandBook& book, const RealRecords& rec
     out.addIndex(sections::kSeenTrade, pairs);
 }
 
-void writeState(Lines& out, const TC::CModelDepthThousand& model, const RealRecords& records)
+template <class Model>
+void writeSharedState(Lines& out, const Model& model, const RealRecords& records)
 {
     out.add(sections::kFlags, {model.m_loadedHistory, model.m_dataReady, model.m_updateFlags, model.m_continuous,
-                               model.m_isNewLoan, model.isDataAllReadly(), model.m_suppressTickFlags});
-    out.add(sections::kStock, model.m_priceTick,
-            {indexOf(model.m_stock), model.m_volumeUnit, model.m_hasAfterHours,
-             static_cast<__int64>(model.m_orders.size()), static_cast<__int64>(model.m_transactions.size()),
-             lastId(model.m_orders, records), lastId(model.m_transactions, records)});
+                               model.m_isNewLoan, model.m_suppressTickFlags});
+    out.add(sections::kStock, model.m_priceTick, {indexOf(model.m_stock), model.m_volumeUnit, model.m_hasAfterHours});
     out.add(sections::kSnapshotFigures, model.m_quoterLastPrice,
             {model.m_quoterTimetag, model.m_quoterVolumeTime, model.m_quoterLastVolume,
              records.idOf(model.m_quoter.get()), model.m_afterHoursVolume});
@@ -106,6 +104,18 @@ void writeState(Lines& out, const TC::CModelDepthThousand& model, const RealReco
     writeRows(out, sections::kModelRow, false, model.m_askRows);
     writeRows(out, sections::kSnapshotRow, true, model.m_snapshotBids);
     writeRows(out, sections::kSnapshotRow, false, model.m_snapshotAsks);
+}
+
+template void writeSharedState(Lines& out, const TC::CModelDepthThousand& model, const RealRecords& records);
+template void writeSharedState(Lines& out, const TC::CModelQuoterDepthThousand& model, const RealRecords& records);
+
+void writeState(Lines& out, const TC::CModelDepthThousand& model, const RealRecords& records)
+{
+    writeSharedState(out, model, records);
+    out.add(sections::kReady, {model.isDataAllReadly()});
+    out.add(sections::kTicks,
+            {static_cast<__int64>(model.m_orders.size()), static_cast<__int64>(model.m_transactions.size()),
+             lastId(model.m_orders, records), lastId(model.m_transactions, records)});
     writeIndex(out, sections::kDealVolume, model.m_dealVolumes);
 }
 

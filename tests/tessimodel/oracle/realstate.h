@@ -1,6 +1,7 @@
 #pragma once
 
 #include "indexui/tessimodel/cmodeldepththousand.h"
+#include "indexui/tessimodel/cmodelquoterdepththousand.h"
 #include "tests/tessimodel/oracle/realrecords.h"
 #include "tests/tessimodel/oracle/statelines.h"
 
@@ -22,6 +23,8 @@ struct RealPanel {
 // The same lines as naivestate.h, of what is tested.
 void writeState(Lines& out, const TC::SingleQueue& level, bool isBid, int key);
 void writeState(Lines& out, const TC::ThousandBook& book, const RealRecords& records);
+template <class Model>
+void writeSharedState(Lines& out, const Model& model, const RealRecords& records);
 void writeState(Lines& out, const TC::CModelDepthThousand& model, const RealRecords& records);
 void writeState(Lines& out, const TC::CDepthThousandModelManager& manager);
 void writeState(Lines& out, const RealPanel& panel);

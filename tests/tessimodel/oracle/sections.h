@@ -26,14 +26,12 @@ inline const Section kBook{"book",
                            "m_priceTick",
                            {"m_lastTimetag", "m_lastBuySeq", "m_lastSellSeq", "m_bidsDirty", "m_asksDirty",
                             "instrument", "m_volumeUnit", "forgotten trades"}};
-inline const Section kFlags{"model",
-                            nullptr,
-                            {"m_loadedHistory", "m_dataReady", "m_updateFlags", "m_continuous", "m_isNewLoan",
-                             "isDataAllReadly", "m_suppressTickFlags"}};
-inline const Section kStock{
-    "instrument",
-    "m_priceTick",
-    {"instrument", "m_volumeUnit", "m_hasAfterHours", "m_orders", "m_transactions", "last order #", "last trade #"}};
+inline const Section kFlags{
+    "model",
+    nullptr,
+    {"m_loadedHistory", "m_dataReady", "m_updateFlags", "m_continuous", "m_isNewLoan", "m_suppressTickFlags"}};
+inline const Section kStock{"instrument", "m_priceTick", {"instrument", "m_volumeUnit", "m_hasAfterHours"}};
+inline const Section kTicks{"ticks", nullptr, {"m_orders", "m_transactions", "last order #", "last trade #"}};
 inline const Section kSnapshotFigures{
     "snapshot figures",
     "m_quoterLastPrice",
@@ -42,7 +40,8 @@ inline const Section kLastClose{"model", "m_lastClose", {}};
 inline const Section kTickPrice{"model", "m_tickLastPrice", {"m_tickLastVolume"}};
 inline const Section kAskFloor{"model", "m_askFloor", {}};
 inline const Section kBidCeiling{"model", "m_bidCeiling", {}};
-inline const Section kAnswer{"answer", nullptr, {"answer"}};
+inline const Section kReady{"isDataAllReadly", nullptr, {"answer"}};
+inline const Section kAnswer{"answer", nullptr, {"answer", "same key"}};
 inline const Section kPanelFigures{"panel", "last price", {"flags", "last volume"}};
 inline const Section kPanelExtreme{"panel", "extreme", {"which"}};
 inline const Section kHeldQueue{"queue that the panel holds", nullptr, {"held", "is the book's"}};

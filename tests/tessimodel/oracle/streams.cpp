@@ -1,6 +1,9 @@
 #include "tests/tessimodel/oracle/streams.h"
 
+#include "tests/tessimodel/oracle/commonsteps.h"
+
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 namespace tests::oracle {
 
@@ -26,8 +29,6 @@ int instrumentIndex(const std::string& market, const std::string& code)
     return -1;
 }
 
-namespace {} // namespace
-
 std::string nameOf(int instrument)
 {
     if (instrument < 0)
@@ -48,18 +49,31 @@ std::string levelsText(const TenLevels& levels)
     return out.empty() ? " none" : out;
 }
 
+std::string levelsText(const AllLevels& levels)
+{
+    return fmt::format(" prices {} volumes {} numbers {}", fmt::join(levels.prices, "|"),
+                       fmt::join(levels.volumes, "|"), fmt::join(levels.numbers, "|"));
+}
+
 } // namespace
+
+std::string recordsText(const std::vector<RecordPtr>& records)
+{
+    std::string out;
+    for (const RecordPtr& record : records)
+        out += "\n        " + text(record.get());
+    return out;
+}
 
 std::string batchText(const char* what, int kind, const BatchPtr& batch, bool works)
 {
     std::string out = fmt::format("{} of kind {}", what, kind);
     if (!batch)
         return out + ": null batch";
-    out += fmt::format(" for {}, {} records{}", nameOf(batch->instrument), batch->records.size(),
-                       works ? "" : ", left queued");
-    for (const RecordPtr& record : batch->records)
-        out += "\n        " + text(record.get());
-    return out;
+    return out +
+           fmt::format(" for {}, {} records{}", nameOf(batch->instrument), batch->records.size(),
+                       works ? "" : ", left queued") +
+           recordsText(batch->records);
 }
 
 std::string text(const Record* record)
@@ -78,6 +92,11 @@ std::string text(const Record* record)
     case Record::Type::Snapshot:
         return fmt::format("#{} snapshot time {} status {} day volume {} last {} alt {} bids{} asks{}", r.id, r.timetag,
                            r.tradeStatus, r.volume, r.price, r.lastPriceAlt, levelsText(r.bids), levelsText(r.asks));
+    case Record::Type::Queue:
+    case Record::Type::Thousand:
+        return fmt::format("#{} {} record time {} bids{} asks{}", r.id,
+                           r.type == Record::Type::Queue ? "queue" : "thousand-level", r.timetag, levelsText(r.allBids),
+                           levelsText(r.allAsks));
     case Record::Type::LevelOne:
         break;
     }
@@ -94,16 +113,6 @@ std::string text(const Step& step)
         return batchText("trades", step.kind, step.batch, step.works);
     case Snapshots:
         return batchText("snapshots", step.kind, step.batch, step.works);
-    case Work:
-        return "the strand works";
-    case Release:
-        return "what was cleared is freed";
-    case Clear:
-        return "clear";
-    case Follow:
-        return "follow " + nameOf(step.instrument);
-    case NewLoan:
-        return fmt::format("setNewLoan({})", step.flag);
     case Read:
         return fmt::format("checkUpdate{}", step.flag ? ", extremes started anew" : "");
     case ReadSide:
@@ -111,9 +120,10 @@ std::string text(const Step& step)
     case Queue:
         return fmt::format("getQueue({}, {})", step.flag ? "bid" : "ask", step.price);
     case TradeDataChanged:
-        break;
+        return "trading data changed";
+    default:
+        return commonText(step);
     }
-    return "trading data changed";
 }
 
 std::ostream& operator<<(std::ostream& out, const Stream& stream)

@@ -29,8 +29,15 @@ struct TenLevels {
     std::array<__int64, 10> volumes{};
 };
 
+// One side of a thousand-level record, or of a queue record, which has one price and a volume for each order there.
+struct AllLevels {
+    std::vector<double> prices;
+    std::vector<int> volumes;
+    std::vector<int> numbers;
+};
+
 struct Record {
-    enum class Type { Order, Trade, Snapshot, LevelOne };
+    enum class Type { Order, Trade, Snapshot, LevelOne, Queue, Thousand };
 
     int id = 0; // its name in the texts
     Type type = Type::Order;
@@ -48,6 +55,8 @@ struct Record {
     double lastPriceAlt = 0;
     TenLevels bids;
     TenLevels asks;
+    AllLevels allBids;
+    AllLevels allAsks;
 };
 
 using RecordPtr = std::shared_ptr<const Record>; // null for a null record of a batch
@@ -93,6 +102,7 @@ struct Stream {
 
 std::string nameOf(int instrument);
 std::string text(const Record* record);
+std::string recordsText(const std::vector<RecordPtr>& records); // a line for each
 std::string batchText(const char* what, int kind, const BatchPtr& batch, bool works);
 std::string text(const Step& step);
 std::ostream& operator<<(std::ostream& out, const Stream& stream);

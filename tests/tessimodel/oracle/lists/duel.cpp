@@ -1,10 +1,5 @@
 #include "tests/tessimodel/oracle/lists/duel.h"
 
-#include "tests/tessimodel/oracle/naiveinstruments.h"
-#include "ztservice/instrumentdetail.h"
-
-#include <fmt/format.h>
-
 namespace tests::oracle::lists {
 
 namespace {
@@ -33,14 +28,6 @@ TC::SDepthFilterParam realFilter(const Filter& filter)
     return real;
 }
 
-std::shared_ptr<ztservice::CInstrumentDetail> detailOf(int instrument)
-{
-    auto detail = std::make_shared<ztservice::CInstrumentDetail>();
-    detail->market = instrumentAt(instrument).market;
-    detail->code = instrumentAt(instrument).code;
-    return detail;
-}
-
 int Picks::between(int low, int high)
 {
     m_state ^= m_state >> 12U;
@@ -50,26 +37,14 @@ int Picks::between(int low, int high)
     return low + static_cast<int>(random % static_cast<unsigned long long>(high - low + 1));
 }
 
-std::string Duel::play(const std::vector<ListStep>& steps)
+void Duel::apply(const ListStep& step)
 {
-    std::string found = difference(true);
-    if (!found.empty())
-        return "in a new model:\n" + found;
-    for (const ListStep& step : steps) {
-        ++m_step;
-        if (step.lowersFlags)
-            lowerFlags();
-        if (!applyCommon(step))
-            apply(step);
-        found = difference(m_step % kStepsToEveryLookup == 0);
-        if (!found.empty())
-            return fmt::format("after step {}, {}:\n{}", m_step, text(step), found);
-    }
-    found = difference(true);
-    end();
-    workReal();
-    m_terminal.strands.drain("data_release");
-    return found.empty() ? found : "at the end:\n" + found;
+    ++m_step;
+    m_isEveryLookup = m_step % kStepsToEveryLookup == 0;
+    if (step.lowersFlags)
+        lowerFlags();
+    if (!applyCommon(step))
+        applyOwn(step);
 }
 
 bool Duel::applyCommon(const ListStep& step)
@@ -89,22 +64,21 @@ bool Duel::applyCommon(const ListStep& step)
     return true;
 }
 
-std::string Duel::difference(bool everyLookup)
+void Duel::write(Lines& expected, Lines& real) const
 {
-    const auto writeBoth = [this, everyLookup](Lines& expected, Lines& real) {
-        expected.clear();
-        real.clear();
-        expected.add(kAnswer, {m_expectedAnswer.result, m_expectedAnswer.first, m_expectedAnswer.last});
-        real.add(kAnswer, {m_realAnswer.result, m_realAnswer.first, m_realAnswer.last});
-        write(expected, real, Picks(everyLookup, m_step));
-    };
-    writeBoth(m_expectedLines, m_realLines);
-    if (m_expectedLines == m_realLines)
-        return "";
-    Lines expected(true);
-    Lines real(true);
-    writeBoth(expected, real);
-    return firstDifferences(expected, real);
+    expected.add(kAnswer, {m_expectedAnswer.result, m_expectedAnswer.first, m_expectedAnswer.last});
+    real.add(kAnswer, {m_realAnswer.result, m_realAnswer.first, m_realAnswer.last});
+    writeList(expected, real, Picks(m_isEveryLookup, m_step));
+}
+
+std::string Duel::end()
+{
+    m_isEveryLookup = true;
+    const std::string found = differenceWhen("at the end");
+    leave();
+    workReal();
+    m_terminal.strands.drain("data_release");
+    return found;
 }
 
 } // namespace tests::oracle::lists

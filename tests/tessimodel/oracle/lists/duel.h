@@ -4,6 +4,7 @@
 #include "tests/tessimodel/oracle/lists/liststate.h"
 #include "tests/tessimodel/oracle/lists/naivefilter.h"
 #include "tests/tessimodel/oracle/realrecords.h"
+#include "tests/tessimodel/oracle/stepduel.h"
 
 #include "indexui/tessimodel/depthfilter.h"
 #include "quoter/orderdata.h"
@@ -18,9 +19,6 @@
 namespace tests::oracle::lists {
 
 TC::SDepthFilterParam realFilter(const Filter& filter);
-
-// An instrument as a worker holds it: not the model's own object.
-std::shared_ptr<ztservice::CInstrumentDetail> detailOf(int instrument);
 
 struct NaiveIds {
     static int idOf(const Record* record) { return record ? record->id : -1; }
@@ -51,15 +49,11 @@ private:
 };
 
 // Plays steps on a list and on the naive one side by side.
-class Duel {
+class Duel : public StepDuel<ListStep> {
 public:
     explicit Duel(standin::Terminal& terminal)
         : m_terminal(terminal)
     {}
-    virtual ~Duel() = default;
-
-    // Compares everything after every step. Empty when both agree to the end, else what differs first.
-    std::string play(const std::vector<ListStep>& steps);
 
 protected:
     struct Answer {
@@ -69,16 +63,14 @@ protected:
     };
 
     virtual void lowerFlags() = 0;
-    virtual void apply(const ListStep& step) = 0;
-    virtual void write(Lines& expected, Lines& real, Picks picks) const = 0;
+    virtual void applyOwn(const ListStep& step) = 0;
+    virtual void writeList(Lines& expected, Lines& real, Picks picks) const = 0;
     virtual void deliver(const ListStep& step, const boost::shared_ptr<TC::MetaCacheDataWrapper>& batch) = 0;
     virtual void work() = 0;
 
     // The model goes, with work that waits for it.
-    virtual void end() = 0;
+    virtual void leave() = 0;
 
-    // True for a step that is the same for every list.
-    bool applyCommon(const ListStep& step);
     void workReal() { m_terminal.strands.drain("modulegroup"); }
 
     RealRecords m_records;
@@ -86,12 +78,16 @@ protected:
     Answer m_realAnswer;
 
 private:
-    std::string difference(bool everyLookup);
+    void apply(const ListStep& step) override;
+    void write(Lines& expected, Lines& real) const override;
+    std::string end() override;
+
+    // True for a step that is the same for every list.
+    bool applyCommon(const ListStep& step);
 
     standin::Terminal& m_terminal;
     int m_step = 0;
-    Lines m_expectedLines;
-    Lines m_realLines;
+    bool m_isEveryLookup = true;
 };
 
 // A duel of the real model with the naive one.
@@ -105,7 +101,7 @@ protected:
     bool applyShared(const ListStep& step);
     void append(const ListStep& step);
     void deliver(const ListStep& step, const boost::shared_ptr<TC::MetaCacheDataWrapper>& batch) override;
-    void end() override { m_real.reset(); }
+    void leave() override { m_real.reset(); }
 
     void work() override
     {

@@ -1,5 +1,7 @@
 #include "tests/tessimodel/oracle/lists/liststreams.h"
 
+#include "tests/tessimodel/oracle/commonsteps.h"
+
 #include <fmt/format.h>
 
 namespace tests::oracle::lists {
@@ -28,8 +30,10 @@ std::string viewText(const ListStep& step)
         return "recalcMaxMinSeqAndPrice";
     case RecalculatePrices:
         return "recalcMaxMinPrice";
-    default:
+    case Height:
         return fmt::format("setFullHeightHandle({})", step.first);
+    default:
+        return commonText(step);
     }
 }
 
@@ -43,22 +47,12 @@ std::string callText(const ListStep& step)
         return batchText("trades", step.kind, step.batch, step.works);
     case Snapshots:
         return batchText("snapshots", step.kind, step.batch, step.works);
-    case Work:
-        return "the strand works";
-    case Release:
-        return "what was cleared is freed";
-    case Clear:
-        return "clear";
     case ClearOrders:
         return "clearEntrusts";
     case ClearTrades:
         return "clearTransactions";
     case ClearQuotes:
         return "clearQuotes";
-    case Follow:
-        return "follow " + nameOf(step.instrument);
-    case InitParams:
-        return "initStockParams";
     case SetFilter:
         return text(step.filter);
     case FilterAnew:

@@ -5,8 +5,6 @@
 #include "tests/tessimodel/oracle/lists/duel.h"
 #include "tests/tessimodel/oracle/lists/lookups.h"
 #include "tests/tessimodel/oracle/lists/naiveorderlist.h"
-#include "tests/tessimodel/oracle/oracleruns.h"
-#include "tests/tessimodel/oracle/shrinkingsteps.h"
 
 namespace {
 
@@ -39,7 +37,7 @@ private:
         m_naive.m_ordersChanged = m_naive.m_transactionsChanged = false;
     }
 
-    void apply(const ListStep& step) override
+    void applyOwn(const ListStep& step) override
     {
         if (applyShared(step))
             return;
@@ -68,7 +66,7 @@ private:
         return grid;
     }
 
-    void write(Lines& expected, Lines& real, Picks picks) const override
+    void writeList(Lines& expected, Lines& real, Picks picks) const override
     {
         const RealOrderIds realIds{{m_records}};
         const OrderListGrid grid = gridOf(picks);
@@ -83,12 +81,8 @@ TEST(OrderListOracle, shouldEqualTheNaiveListWhenStreamsAreAnything)
 {
     standin::Terminal terminal;
     prepare(terminal);
-    checkStreams("orders, cancels, both filtered, trades by order", kStreams, [&terminal] {
-        const auto steps = *shrinkingSteps(&makeOrderListSteps);
-        const std::string difference = OrderListDuel(terminal).play(steps.all);
-        if (!difference.empty())
-            RC_FAIL(difference);
-    });
+    checkDuels("orders, cancels, both filtered, trades by order", kStreams, &makeOrderListSteps,
+               [&terminal] { return OrderListDuel(terminal); });
 }
 
 } // namespace

@@ -6,8 +6,6 @@
 #include "tests/tessimodel/oracle/lists/duel.h"
 #include "tests/tessimodel/oracle/lists/lookups.h"
 #include "tests/tessimodel/oracle/lists/naivetradelist.h"
-#include "tests/tessimodel/oracle/oracleruns.h"
-#include "tests/tessimodel/oracle/shrinkingsteps.h"
 
 #include <climits>
 #include <set>
@@ -43,7 +41,7 @@ public:
 private:
     void lowerFlags() override { m_real->m_changed = m_naive.m_changed = false; }
 
-    void apply(const ListStep& step) override
+    void applyOwn(const ListStep& step) override
     {
         using enum ListStep::Action;
         if (applyShared(step))
@@ -163,7 +161,7 @@ private:
         return grid;
     }
 
-    void write(Lines& expected, Lines& real, Picks picks) const override
+    void writeList(Lines& expected, Lines& real, Picks picks) const override
     {
         const RealTradeIds realIds{{m_records}};
         const TradeListGrid grid = gridOf(picks);
@@ -178,12 +176,8 @@ TEST(TradeListOracle, shouldEqualTheNaiveListWhenStreamsAreAnything)
 {
     standin::Terminal terminal;
     prepare(terminal);
-    checkStreams("rows, chains, pairs, lookups, the view", kStreams, [&terminal] {
-        const auto steps = *shrinkingSteps(&makeTradeListSteps);
-        const std::string difference = TradeListDuel(terminal).play(steps.all);
-        if (!difference.empty())
-            RC_FAIL(difference);
-    });
+    checkDuels("rows, chains, pairs, lookups, the view", kStreams, &makeTradeListSteps,
+               [&terminal] { return TradeListDuel(terminal); });
 }
 
 } // namespace

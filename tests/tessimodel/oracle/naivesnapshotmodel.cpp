@@ -1,4 +1,6 @@
-#include "tests/tessimodel/oracle/naivemodel.h"
+#include "tests/tessimodel/oracle/naivesnapshotmodel.h"
+
+#include "tests/tessimodel/oracle/naiveinstruments.h"
 #include "tests/tessimodel/oracle/wrapping.h"
 
 #include <cmath>
@@ -9,9 +11,11 @@ namespace tests::oracle {
 
 namespace {
 
+constexpr int kRebuilt = 1;
+
 bool isSnapshot(const RecordPtr& record)
 {
-    return record && record->type == Record::Type::Snapshot;
+    return isOfType(record, Record::Type::Snapshot);
 }
 
 bool isFixedPricePhase(const Record& record)
@@ -45,11 +49,66 @@ bool hasLevel(double price)
 
 } // namespace
 
-void NaiveModel::doQuoter(int kind, const BatchPtr& batch)
+NaiveSnapshotModel::NaiveSnapshotModel(bool suppresses, NaiveManager& keptRows, Counters& counted)
+    : suppressTickFlags(suppresses)
+    , m_manager(keptRows)
+    , m_counters(counted)
 {
-    if (batch->records.empty() || !isSnapshot(batch->records.back()))
+    book.counters = &counted;
+}
+
+void NaiveSnapshotModel::setStock(int instrument)
+{
+    stock = instrument;
+    initStockParams();
+    if (m_manager.saved.contains(instrument))
+        updateFlags = kRebuilt;
+}
+
+void NaiveSnapshotModel::initStockParams()
+{
+    priceTick = 0.001;
+    volumeUnit = 1;
+    hasAfterHours = false;
+    lastClose = DBL_MAX;
+    if (stock >= 0) {
+        const Instrument& followed = instrumentAt(stock);
+        priceTick = followed.priceTick;
+        volumeUnit = sharesPerHand(followed);
+        hasAfterHours = followed.types.contains(277) || followed.types.contains(10006);
+        lastClose = followed.lastClose;
+    }
+    book.stock = stock;
+    book.priceTick = priceTick;
+    book.volumeUnit = volumeUnit;
+}
+
+void NaiveSnapshotModel::post(const BatchPtr& batch, std::function<void()> task)
+{
+    if (!batch)
         return;
-    const Record& last = *batch->records.back();
+    m_tasks.emplace_back([this, batch, task = std::move(task)] {
+        if (stock >= 0 && batch->instrument == stock)
+            task();
+        else
+            ++m_counters.foreignBatches;
+    });
+}
+
+void NaiveSnapshotModel::work()
+{
+    while (!m_tasks.empty()) {
+        const auto task = m_tasks.front();
+        m_tasks.pop_front();
+        task();
+    }
+}
+
+void NaiveSnapshotModel::doQuoter(int kind, const Records& batch)
+{
+    if (batch.empty() || !isSnapshot(batch.back()))
+        return;
+    const Record& last = *batch.back();
     if (last.timetag <= quoterTimetag)
         return;
     continuous = isContinuous(last);
@@ -63,17 +122,21 @@ void NaiveModel::doQuoter(int kind, const BatchPtr& batch)
         m_counters.snapshotsBeforeTicks += book.lastTimetag == 0 ? 1 : 0;
     }
     quoterLastPrice = isNewLoan ? last.lastPriceAlt : last.price;
-    if (kind == 0)
-        quoterLastVolume = 0;
-    if (kind == 0 || kind == 3)
-        historyStep(batch->records);
-    else
-        liveStep(last);
-    settleQuoter(batch->records);
+    noteStep(kind, batch);
     takeTenLevels(last);
 }
 
-void NaiveModel::historyStep(const std::vector<RecordPtr>& batch)
+void NaiveSnapshotModel::takeStep(int kind, const Records& batch)
+{
+    if (kind == 0)
+        quoterLastVolume = 0;
+    if (kind == 0 || kind == 3)
+        historyStep(batch);
+    else
+        liveStep(*batch.back());
+}
+
+void NaiveSnapshotModel::historyStep(const Records& batch)
 {
     quoter = batch.back();
     if (hasAfterHours)
@@ -83,7 +146,7 @@ void NaiveModel::historyStep(const std::vector<RecordPtr>& batch)
         quoterLastVolume = afterHoursVolume;
 }
 
-void NaiveModel::saveAfterHoursStep(const std::vector<RecordPtr>& batch)
+void NaiveSnapshotModel::saveAfterHoursStep(const Records& batch)
 {
     for (std::size_t i = batch.size(); i-- > 0;) {
         if (!isSnapshot(batch[i]) || batch[i]->tradeStatus >= 22)
@@ -94,7 +157,7 @@ void NaiveModel::saveAfterHoursStep(const std::vector<RecordPtr>& batch)
     }
 }
 
-void NaiveModel::findStep(const std::vector<RecordPtr>& batch)
+void NaiveSnapshotModel::findStep(const Records& batch)
 {
     static const std::set<std::string> kKnownMarkets = {"SH", "SZ", "BJ", "SSE", "SZSE"};
     const bool knownMarket = kKnownMarkets.contains(instruments().at(static_cast<std::size_t>(stock)).market);
@@ -119,7 +182,7 @@ void NaiveModel::findStep(const std::vector<RecordPtr>& batch)
     }
 }
 
-void NaiveModel::liveStep(const Record& last)
+void NaiveSnapshotModel::liveStep(const Record& last)
 {
     if (quoter && quoter->volume < last.volume)
         quoterLastVolume = narrow(minus(last.volume, quoter->volume));
@@ -134,18 +197,12 @@ void NaiveModel::liveStep(const Record& last)
     }
 }
 
-void NaiveModel::settleQuoter(const std::vector<RecordPtr>& batch)
+RecordPtr NaiveSnapshotModel::baseBeforeLast(const Records& batch)
 {
-    const RecordPtr last = batch.back();
-    if (!quoter)
-        quoter = lowerBefore(batch, batch.size() - 1, last->volume);
-    if (!quoter || quoter->volume < last->volume) {
-        quoterVolumeTime = last->timetag;
-        quoter = last;
-    }
+    return lowerBefore(batch, batch.size() - 1, batch.back()->volume);
 }
 
-void NaiveModel::takeTenLevels(const Record& last)
+void NaiveSnapshotModel::takeTenLevels(const Record& last)
 {
     askFloor = 10000000000.0;
     snapshotAsks.clear();
@@ -167,6 +224,56 @@ void NaiveModel::takeTenLevels(const Record& last)
                 std::make_shared<NaiveRow>(NaiveRow{bid, narrow(last.bids.volumes[i]), 0, -1});
         }
     }
+}
+
+bool NaiveSnapshotModel::trim(NaivePanel& panel)
+{
+    auto& [flags, bids, asks, lastPrice, lastVolume, minPrice, maxPrice, maxAmount] = panel;
+    if (!continuous || bids.empty() || asks.empty() || !(asks.front()->price - bids.back()->price <= 1e-5))
+        return false;
+    const std::size_t before = bids.size() + asks.size();
+    while (!bids.empty() && bids.back()->price - bidCeiling > 1e-5)
+        bids.pop_back();
+    while (!asks.empty() && asks.front()->price - askFloor < -1e-5)
+        asks.erase(asks.begin());
+    if (bids.size() + asks.size() < before)
+        ++m_counters.trims;
+    return true;
+}
+
+void NaiveSnapshotModel::widen(NaivePanel& panel, const NaiveRow& row)
+{
+    if (row.price - panel.maxPrice > 1e-5)
+        panel.maxPrice = row.price;
+    if (row.price - panel.minPrice < -1e-5)
+        panel.minPrice = row.price;
+    const double amount = row.volume * row.price;
+    if (amount > panel.maxAmount)
+        panel.maxAmount = amount;
+}
+
+void NaiveSnapshotModel::clearShared()
+{
+    if (stock >= 0 && (!askRows.empty() || !bidRows.empty()))
+        m_manager.saved[stock] = {askRows, bidRows};
+    priceTick = 0.001;
+    tickLastPrice = quoterLastPrice = DBL_MAX;
+    tickLastVolume = quoterLastVolume = afterHoursVolume = 0;
+    quoterVolumeTime = 0;
+    quoter = nullptr;
+    snapshotAsks.clear();
+    snapshotBids.clear();
+    askRows.clear();
+    bidRows.clear();
+    askFloor = 10000000000.0;
+    bidCeiling = 0;
+    quoterTimetag = 0;
+    continuous = false;
+    loadedHistory = 0;
+    dataReady = 0;
+    updateFlags = 1;
+    book.clearAll();
+    initStockParams();
 }
 
 } // namespace tests::oracle
