@@ -25,15 +25,16 @@ struct Round {
     std::unique_ptr<Book> book; // goes before the feed
 };
 
+template <class Book>
 Body prepareHistory()
 {
-    auto round = std::make_shared<Round<TC::ThousandBook>>(kStream);
+    auto round = std::make_shared<Round<Book>>(kStream);
     round->feed.checkAgainstReference();
     return {[round](int) {
                 round->feed.applyHistory(*round->book, 0, round->feed.size());
                 return round->size();
             },
-            [round] { round->book = round->feed.newBook(); }};
+            [round] { round->book = round->feed.template newBook<Book>(); }};
 }
 
 Body liveFrom(const std::shared_ptr<Round<TC::ThousandBook>>& round)
@@ -100,8 +101,9 @@ std::vector<Operation> bookOperations()
     std::vector<Operation> operations = {
         {"reference_history", [] { return prepareReference(false); }},
         {"reference_live", [] { return prepareReference(true); }},
-        {"book_history", prepareHistory},
+        {"book_history", prepareHistory<TC::ThousandBook>},
         {"book_live", prepareLive},
+        {"queue_book_history", prepareHistory<TC::QueueBook>},
     };
     for (Operation& operation : levelOperations())
         operations.push_back(std::move(operation));

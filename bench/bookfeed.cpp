@@ -11,15 +11,26 @@ namespace bench {
 
 namespace {
 
-constexpr int kSharesPerHand = 100;
-
-void apply(TC::ThousandBook& book, const TC::ThousandBook::Stock& stock, const Tick& tick, bool refresh)
+// `refresh` is what a book that fades marks takes beside.
+template <class Book, class... Refresh>
+void apply(Book& book, const typename Book::Stock& stock, const Tick& tick, Refresh... refresh)
 {
     int flags = 0;
     if (tick.order)
-        book.appendOrder(stock, tick.order, flags, refresh);
+        book.appendOrder(stock, tick.order, flags, refresh...);
     else
-        book.appendTransaction(stock, tick.trade, flags, refresh);
+        book.appendTransaction(stock, tick.trade, flags, refresh...);
+}
+
+template <class Book, class NumberOf>
+std::vector<LevelTotal> totalsOf(const Book& book, NumberOf numberOf)
+{
+    std::vector<LevelTotal> totals;
+    for (const bool isBid : {true, false}) {
+        for (const auto& [key, level] : isBid ? book.m_bidLevels : book.m_askLevels)
+            totals.push_back({isBid, key, level->m_volume, numberOf(*level)});
+    }
+    return totals;
 }
 
 } // namespace
@@ -33,16 +44,6 @@ BookFeed::BookFeed(TickStream stream)
     , m_stream(std::move(stream))
 {}
 
-std::unique_ptr<TC::ThousandBook> BookFeed::newBook(std::size_t orders, std::size_t trades) const
-{
-    auto book = std::make_unique<TC::ThousandBook>();
-    book->m_stock = stock();
-    book->m_priceTick = kPriceTick;
-    book->m_volumeUnit = kSharesPerHand;
-    book->reserve(orders, trades);
-    return book;
-}
-
 std::unique_ptr<ReferenceBook> BookFeed::newReference() const
 {
     return std::make_unique<ReferenceBook>(m_stream.lowestKey, m_stream.highestKey, m_stream.orders);
@@ -55,6 +56,12 @@ void BookFeed::applyHistory(TC::ThousandBook& book, std::size_t first, std::size
     book.refreshDecay();
 }
 
+void BookFeed::applyHistory(TC::QueueBook& book, std::size_t first, std::size_t end) const
+{
+    for (std::size_t i = first; i < end; ++i)
+        bench::apply(book, stock(), m_stream.ticks[i]);
+}
+
 void BookFeed::applyLive(TC::ThousandBook& book, std::size_t first, std::size_t end) const
 {
     for (std::size_t i = first; i < end; ++i)
@@ -65,13 +72,6 @@ void BookFeed::apply(ReferenceBook& book, std::size_t first, std::size_t end) co
 {
     for (std::size_t i = first; i < end; ++i)
         book.apply(m_stream.ticks[i]);
-}
-
-void BookFeed::deliverHistory(TC::CModelDepthThousand& model, const Batch& orders, const Batch& trades)
-{
-    model.entrustCallback(0, 0, orders);
-    model.transactionCallback(0, 0, trades);
-    drain();
 }
 
 BookFeed::Batch BookFeed::historyOfOrders(std::size_t end) const
@@ -100,15 +100,6 @@ BookFeed::Batch BookFeed::liveBatch(std::size_t tick) const
     return event.order ? batchOf(event.order) : batchOf(event.trade);
 }
 
-void BookFeed::deliverLive(TC::CModelDepthThousand& model, std::size_t tick, const Batch& batch)
-{
-    if (m_stream.ticks[tick].order)
-        model.entrustCallback(0, 1, batch);
-    else
-        model.transactionCallback(0, 1, batch);
-    drain();
-}
-
 void BookFeed::checkAgainstReference() const
 {
     const auto reference = newReference();
@@ -124,12 +115,12 @@ void BookFeed::checkAgainstReference() const
 
 std::vector<LevelTotal> totalsOf(const TC::ThousandBook& book)
 {
-    std::vector<LevelTotal> totals;
-    for (const bool isBid : {true, false}) {
-        for (const auto& [key, level] : isBid ? book.m_bidLevels : book.m_askLevels)
-            totals.push_back({isBid, key, level->m_volume, level->m_number});
-    }
-    return totals;
+    return totalsOf(book, [](const TC::SingleQueue& level) { return level.m_number; });
+}
+
+std::vector<LevelTotal> totalsOf(const TC::QueueBook& book)
+{
+    return totalsOf(book, [](const TC::OrderQueue& level) { return level.m_count; });
 }
 
 } // namespace bench

@@ -1,7 +1,9 @@
 #include "bench/bookmodel.h"
 
-#include "bench/bookfeed.h"
+#include "bench/modelfeed.h"
 #include "Formula/metacachedatawrapper.h"
+#include "indexui/tessimodel/cmodeldepththousand.h"
+#include "indexui/tessimodel/updateflags.h"
 #include "quoter/orderdata.h"
 #include "quoter/quoterdepthdata.h"
 #include "quoter/transactiondata.h"
@@ -22,25 +24,11 @@ constexpr TickOptions kStream{.events = 200'000};
 constexpr TickOptions kReadStream{.events = 200'000, .levels = 1150}; // about 2,000 rows
 constexpr TickOptions kFullDay{.events = 1'000'000, .resting = 100'000};
 
-// A model, the two histories up to a tick, and a panel that keeps its rows from read to read.
-class Followed {
-public:
-    Followed(const TickOptions& options, bool onlyHalf)
-        : feed(options)
-        , start(onlyHalf ? feed.size() / 2 : feed.size())
-        , orders(feed.historyOfOrders(start))
-        , trades(feed.historyOfTrades(start))
-    {
-        feed.follow(model);
-    }
+using Model = TC::CModelDepthThousand;
 
-    void empty()
-    {
-        model.clear();
-        feed.freeReleased();
-    }
-
-    void build() { feed.deliverHistory(model, orders, trades); }
+// With a panel that keeps its rows from read to read.
+struct Followed : FollowedModel<Model> {
+    using FollowedModel::FollowedModel;
 
     bool read()
     {
@@ -53,51 +41,19 @@ public:
         return model.checkUpdate(flags, bids, asks, lastPrice, lastVolume, minPrice, maxPrice, maxAmount);
     }
 
-    BookFeed feed;
-    std::size_t start;
-    BookFeed::Batch orders;
-    BookFeed::Batch trades;
-    TC::CModelDepthThousand model;
     TC::EntrustList bids;
     TC::EntrustList asks;
 };
 
 std::shared_ptr<Followed> builtModel()
 {
-    auto followed = std::make_shared<Followed>(kReadStream, false);
+    auto followed = std::make_shared<Followed>(kReadStream);
     followed->build();
     followed->read();
     const std::size_t rows = followed->bids.size() + followed->asks.size();
     if (rows < 1900 || rows > 2100)
         throw std::logic_error("the book to be read has " + std::to_string(rows) + " rows and not about 2,000");
     return followed;
-}
-
-Body prepareHistory()
-{
-    auto followed = std::make_shared<Followed>(kStream, false);
-    return {[followed](int) {
-                followed->build();
-                return static_cast<int>(followed->feed.size());
-            },
-            [followed] { followed->empty(); }};
-}
-
-Body prepareLive()
-{
-    auto followed = std::make_shared<Followed>(kStream, true);
-    auto pushes = std::make_shared<std::vector<BookFeed::Batch>>();
-    for (std::size_t i = followed->start; i < followed->feed.size(); ++i)
-        pushes->push_back(followed->feed.liveBatch(i));
-    return {[followed, pushes](int) {
-                for (std::size_t i = 0; i < pushes->size(); ++i)
-                    followed->feed.deliverLive(followed->model, followed->start + i, (*pushes)[i]);
-                return static_cast<int>(pushes->size());
-            },
-            [followed] {
-                followed->empty();
-                followed->build();
-            }};
 }
 
 Body prepareIdleRead()
@@ -127,7 +83,7 @@ Body prepareReadAfterTick()
     return {[followed, order](int times) {
         for (int i = 0; i < times; ++i) {
             int flags = 0;
-            TC::CModelDepthThousand& model = followed->model;
+            Model& model = followed->model;
             if (i % 2 == 0) {
                 ++order->seq;
                 model.m_book.appendOrder(model.m_stock, order, flags, true);
@@ -204,7 +160,7 @@ Body prepareCorrectedQueue()
 // What the caller of clear() waits for; freeing comes later and is not counted.
 Body prepareClear()
 {
-    auto followed = std::make_shared<Followed>(kFullDay, false);
+    auto followed = std::make_shared<Followed>(kFullDay);
     return {[followed](int) {
                 followed->model.clear();
                 return 1;
@@ -221,8 +177,10 @@ Body prepareClear()
 std::vector<Operation> bookModelOperations()
 {
     return {
-        {"model_history", prepareHistory},
-        {"model_live", prepareLive},
+        {"model_history", [] { return prepareModelHistory<Model>(kStream, FirstHistory::Orders); }},
+        {"model_history_day", [] { return prepareModelHistory<Model>({}, FirstHistory::Orders); }},
+        {"model_history_day_trades_first", [] { return prepareModelHistory<Model>({}, FirstHistory::Trades); }},
+        {"model_live", [] { return prepareModelLive<Model>(kStream); }},
         {"check_update_idle", prepareIdleRead},
         {"check_update_after_tick", prepareReadAfterTick, 100},
         {"check_update_same_rows", prepareReadOfSameRows, 500},

@@ -83,6 +83,11 @@ ratio_at_most order_clear_1000000 order_clear_1000 1.1
 ratio_at_most book_history reference_history 5.0
 ratio_at_most book_live reference_live 6.5
 ratio_at_most book_live_20000_levels book_live_200_levels 1.6
+ratio_at_most queue_book_history book_history 1.1
+ratio_at_most queue_history_day model_history_day 1.1
+ratio_at_most queue_history_day_trades_first model_history_day_trades_first 1.1
+ratio_at_most thousand_check_update thousand_bare_rows 2
+ratio_at_most thousand_record thousand_record_reference 0.5
 
 for name in $(entries "$budgets" | cut -d' ' -f1); do
     grep -qx "$name" <<<"$known" || { echo "$name has a budget and is no operation" >&2; failed=1; }

@@ -2,7 +2,9 @@
 
 #include "bench/book.h"
 #include "bench/bookmodel.h"
+#include "bench/levelmodel.h"
 #include "bench/orderlist.h"
+#include "bench/queuemodel.h"
 #include "bench/reading.h"
 #include "bench/tradelist.h"
 #include "indexui/tessimodel/cmodeltransaction.h"
@@ -112,8 +114,8 @@ const std::vector<Operation>& operations()
 {
     static const std::vector<Operation> all = [] {
         std::vector<Operation> gathered;
-        for (auto topic : {frameOperations, readingOperations, bookOperations, bookModelOperations, orderListOperations,
-                           tradeListOperations}) {
+        for (auto topic : {frameOperations, readingOperations, bookOperations, bookModelOperations,
+                           queueModelOperations, levelModelOperations, orderListOperations, tradeListOperations}) {
             for (Operation& operation : topic())
                 gathered.push_back(std::move(operation));
         }

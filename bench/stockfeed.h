@@ -8,6 +8,7 @@
 #include <QString>
 
 #include <memory>
+#include <type_traits>
 
 namespace ztservice {
 struct CInstrumentDetail;
@@ -39,6 +40,16 @@ public:
         Batch batch = emptyBatch();
         batch->records.push_back(record);
         return batch;
+    }
+
+    // Hands a batch to a callback, of models that know its instrument and of those that take the bare records.
+    template <class Model, class Owner, class Taken>
+    static void push(Model& model, void (Owner::*callback)(int, int, const Taken&), int kind, const Batch& batch)
+    {
+        if constexpr (std::is_same_v<Taken, Batch>)
+            (model.*callback)(0, kind, batch);
+        else
+            (model.*callback)(0, kind, batch->records);
     }
 
     void drain();        // what was posted to the models' strand

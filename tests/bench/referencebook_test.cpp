@@ -1,5 +1,7 @@
 #include "bench/bookfeed.h"
 #include "bench/referencebook.h"
+#include "indexui/tessimodel/cmodeldepthqueue.h"
+#include "indexui/tessimodel/cmodeldepththousand.h"
 #include "tests/support/records.h"
 
 #include <gtest/gtest.h>
@@ -83,6 +85,9 @@ TEST_P(MeasuredBooks, shouldComeToTheSameLevelsWhenBookTakesHistory)
     const auto book = feed.newBook();
     feed.applyHistory(*book, 0, feed.size());
     EXPECT_EQ(totalsOf(*book), expected());
+    const auto queues = feed.newBook<TC::QueueBook>();
+    feed.applyHistory(*queues, 0, feed.size());
+    EXPECT_EQ(totalsOf(*queues), expected());
 }
 
 TEST_P(MeasuredBooks, shouldComeToTheSameLevelsWhenBookTakesLiveTicks)
@@ -93,21 +98,39 @@ TEST_P(MeasuredBooks, shouldComeToTheSameLevelsWhenBookTakesLiveTicks)
     EXPECT_EQ(totalsOf(*book), expected());
 }
 
-TEST_P(MeasuredBooks, shouldComeToTheSameLevelsWhenModelTakesHistories)
+// The same for both models of tick-built books.
+template <class Model>
+void checkHistories(BookFeed& feed, FirstHistory first, const std::vector<LevelTotal>& expected)
 {
-    TC::CModelDepthThousand model;
+    Model model;
     feed.follow(model);
-    feed.deliverHistory(model, feed.historyOfOrders(feed.size()), feed.historyOfTrades(feed.size()));
-    EXPECT_EQ(totalsOf(model.m_book), expected());
+    feed.deliverHistory(model, feed.historyOfOrders(feed.size()), feed.historyOfTrades(feed.size()), first);
+    EXPECT_EQ(totalsOf(model.m_book), expected);
 }
 
-TEST_P(MeasuredBooks, shouldComeToTheSameLevelsWhenModelTakesLivePushes)
+template <class Model>
+void checkLivePushes(BookFeed& feed, const std::vector<LevelTotal>& expected)
 {
-    TC::CModelDepthThousand model;
+    Model model;
     feed.follow(model);
     const std::size_t half = feed.size() / 2;
     feed.deliverHistory(model, feed.historyOfOrders(half), feed.historyOfTrades(half));
     for (std::size_t i = half; i < feed.size(); ++i)
         feed.deliverLive(model, i, feed.liveBatch(i));
-    EXPECT_EQ(totalsOf(model.m_book), expected());
+    EXPECT_EQ(totalsOf(model.m_book), expected);
+}
+
+TEST_P(MeasuredBooks, shouldComeToTheSameLevelsWhenModelTakesHistories)
+{
+    for (const FirstHistory first : {FirstHistory::Orders, FirstHistory::Trades}) {
+        SCOPED_TRACE(first == FirstHistory::Orders ? "orders first" : "trades first");
+        checkHistories<TC::CModelDepthThousand>(feed, first, expected());
+        checkHistories<TC::CModelDepthQueue>(feed, first, expected());
+    }
+}
+
+TEST_P(MeasuredBooks, shouldComeToTheSameLevelsWhenModelTakesLivePushes)
+{
+    checkLivePushes<TC::CModelDepthThousand>(feed, expected());
+    checkLivePushes<TC::CModelDepthQueue>(feed, expected());
 }
