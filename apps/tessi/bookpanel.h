@@ -3,10 +3,13 @@
 #include "apps/tessi/followedbook.h"
 #include "apps/tessi/panel.h"
 
+#include <cstddef>
+#include <optional>
+#include <string>
+
 namespace tessi {
 
-// The ladder of the whole book: asks above bids from the highest price down, volumes in hands, and between them the
-// last price with the volume that was traded last.
+// The ladder of the whole book, built from ticks.
 class BookPanel : public Panel {
 public:
     BookPanel(const recording::RecordedDay& day, const PanelOptions& options);
@@ -17,7 +20,7 @@ public:
 
 private:
     FollowedBook m_book;
-    std::size_t m_depth;
+    std::optional<std::size_t> m_depth;
 };
 
 } // namespace tessi

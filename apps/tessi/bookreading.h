@@ -1,15 +1,20 @@
 #pragma once
 
 #include "indexui/tessimodel/cmodeldepththousand.h"
+#include "indexui/tessimodel/cmodelquoterdepththousand.h"
 
 #include <limits>
 
 namespace tessi {
 
-// One read of the thousand-level model: what CModelDepthThousand::checkUpdate gives. Rows by ascending price.
+// One read of a book: what checkUpdate of its model gives. Rows by ascending price.
 struct BookReading {
     explicit BookReading(TC::CModelDepthThousand& model)
         : isNew(model.checkUpdate(flags, bids, asks, lastPrice, lastVolume, minPrice, maxPrice, maxAmount))
+    {}
+
+    BookReading(TC::CModelQuoterDepthThousand& model, bool byQuoter)
+        : isNew(model.checkUpdate(flags, bids, asks, lastPrice, lastVolume, minPrice, maxPrice, maxAmount, byQuoter))
     {}
 
     static constexpr double kNoPrice = std::numeric_limits<double>::max();

@@ -2,14 +2,12 @@
 
 #include "apps/tessi/bookstates.h"
 #include "apps/tessi/explanation.h"
+#include "apps/tessi/session.h"
 #include "apps/tessi/watchedmodel.h"
-#include "quoter/orderdata.h"
 #include "quoter/quoterdepthdata.h"
-#include "quoter/transactiondata.h"
 #include "recording/recordedday.h"
 #include "recording/terminalview.h"
 #include "standin/terminal.h"
-#include "utils/timeutils.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -22,8 +20,6 @@ namespace tessi {
 namespace {
 
 using recording::Stream;
-
-constexpr int kClosingAuctionStatus = 18;
 
 // What the book has too much pushes the rest down: it is compared deeper than a snapshot can see.
 constexpr std::size_t kComparedLevels = 3 * kSnapshotLevels;
@@ -58,14 +54,6 @@ bool shows(const std::vector<BookLevel>& rows, const std::vector<BookLevel>& sna
     return std::equal(snapshot.begin(), snapshot.end(), rows.begin());
 }
 
-bool hasClosingAuction(const recording::RecordedDay& day)
-{
-    return std::any_of(day.events.begin(), day.events.end(), [](const recording::Event& event) {
-        const auto snapshot = std::dynamic_pointer_cast<quoter::QuoterDepthData>(event.record);
-        return snapshot && snapshot->tradeStatus == kClosingAuctionStatus;
-    });
-}
-
 class Verification {
 public:
     Verification(const recording::RecordedDay& day, const VerifyProgress& progress)
@@ -73,6 +61,7 @@ public:
         , m_view(day, recording::sharesPerHand(day.instrument))
         , m_model(m_terminal, day)
         , m_progress(progress)
+        , m_ticks(ticksOf(day))
     {
         m_result.market = day.instrument.market;
         m_result.code = day.instrument.code;
@@ -98,8 +87,6 @@ private:
         const bool closingAuction = hasClosingAuction(m_day);
         for (std::size_t i = 0; i < m_day.events.size(); ++i) {
             const recording::Event& event = m_day.events[i];
-            if (event.stream == Stream::Orders || event.stream == Stream::Trades)
-                m_ticks.push_back(&event);
             if (event.stream != Stream::Snapshots)
                 continue;
             const auto delivered = std::dynamic_pointer_cast<quoter::QuoterDepthData>(m_view.event(i).record);
@@ -169,10 +156,7 @@ private:
     void pushTick(const recording::Event& tick, OrderLedger& ledger)
     {
         m_model.push(tick);
-        if (tick.stream == Stream::Orders)
-            ledger.apply(static_cast<const quoter::OrderData&>(*tick.record));
-        else
-            ledger.apply(static_cast<const quoter::TransactionData&>(*tick.record));
+        ledger.apply(tick);
     }
 
     // Of the states with a miss's day volume, the one that resting orders explain is its state; without an
@@ -246,8 +230,8 @@ private:
     recording::TerminalView m_view;
     WatchedModel m_model;
     const VerifyProgress& m_progress;
-    std::size_t m_done = 0;
     std::vector<const recording::Event*> m_ticks;
+    std::size_t m_done = 0;
     std::vector<Candidate> m_candidates;
     std::unordered_multimap<std::size_t, Candidate*> m_missesByState;
     VerifiedDay m_result;
@@ -257,10 +241,8 @@ private:
 
 std::size_t VerifiedDay::missesByMarketOrders() const
 {
-    return static_cast<std::size_t>(std::count_if(misses.begin(), misses.end(), [](const Miss& miss) {
-        return !miss.explainedBy.empty() && std::all_of(miss.explainedBy.begin(), miss.explainedBy.end(),
-                                                        [](const RestingOrder& order) { return order.isMarketKind(); });
-    }));
+    return static_cast<std::size_t>(std::count_if(misses.begin(), misses.end(),
+                                                  [](const Miss& miss) { return areMarketOrders(miss.explainedBy); }));
 }
 
 std::size_t VerifiedDay::missesByOtherOrders() const
@@ -274,19 +256,12 @@ std::size_t VerifiedDay::missesUnexplained() const
         std::count_if(misses.begin(), misses.end(), [](const Miss& miss) { return miss.explainedBy.empty(); }));
 }
 
-bool isInSession(__int64 timetag, const std::string& market, bool hasClosingAuction)
-{
-    constexpr auto at = [](int hour, int minute) { return (hour * 60 + minute) * 60; };
-    const int second = utils::d8_getSecondFromZero(timetag / 1000);
-    if (second < at(9, 30) || second >= (hasClosingAuction ? at(14, 57) : at(15, 0)))
-        return false;
-    return market == "SH" || second <= at(11, 30) || second >= at(13, 0);
-}
-
 VerifiedDay verifyDay(const recording::RecordedDay& day, const VerifyProgress& progress)
 {
     VerifiedDay result = Verification(day, progress).run();
     result.pairs = verifyPairs(day);
+    if (std::find(day.streams.begin(), day.streams.end(), Stream::Queues) != day.streams.end())
+        result.queues = verifyQueues(day);
     return result;
 }
 

@@ -3,6 +3,7 @@
 #include "apps/tessi/bestlevels.h"
 #include "apps/tessi/orderledger.h"
 #include "apps/tessi/pairverifier.h"
+#include "apps/tessi/queueverifier.h"
 #include "utils/int64.h"
 
 #include <cstddef>
@@ -33,7 +34,8 @@ struct Miss : Divergence {
     std::vector<RestingOrder> explainedBy; // orders that rest and have no row, which make up the whole difference
 };
 
-// How a day's ticks and its snapshots agree: in the book built from them, and in the trades matched to snapshots.
+// How a day's ticks and its snapshots agree: in the book built from them, in the trades matched to snapshots, and in
+// the order queues at the best prices.
 // docs/recorded-days.md tells what each figure means.
 struct VerifiedDay {
     std::string market;
@@ -49,6 +51,7 @@ struct VerifiedDay {
     std::vector<Miss> misses;            // the others of `snapshots`, in their order; in shares
     std::optional<Divergence> wrongRead; // the first read that a newer snapshot did not put right; in hands
     VerifiedPairs pairs;
+    std::optional<VerifiedQueues> queues; // of a day that has the stream
 
     // Misses by what explains them: only orders of market kinds, others too, nothing.
     std::size_t missesByMarketOrders() const;
@@ -59,18 +62,13 @@ struct VerifiedDay {
 // Called now and then with how much of the work is done.
 using VerifyProgress = std::function<void(std::size_t done, std::size_t total)>;
 
-// Whether a snapshot stamped at `timetag` falls into a session of continuous trading: 09:30:00 to 11:30:00, both
-// included, and 13:00:00 up to the closing auction at 14:57:00, or up to 15:00:00 on a day without one. Shanghai's
-// phase of continuous trading goes on over lunch, and so do its snapshots.
-bool isInSession(__int64 timetag, const std::string& market, bool hasClosingAuction);
-
 // Replays the day's ticks through the thousand-level book and holds every snapshot of continuous trading against it;
 // and through the trade list, to hold its matching against the snapshots.
 //
 // A stamp does not say which ticks a snapshot holds. So the ticks are walked one by one in the order of events, and
 // each snapshot is looked for, in order, among the book's states: ten levels a side in shares, and the day volume. Then
 // the day runs through the model once more, with each snapshot at its place: its state, or, for one that has none,
-// behind the last tick that is not later than its stamp.
+// behind the last tick that is not later than its stamp. Order queues are looked for by themselves.
 //
 // Runs a stand-in terminal of its own: no other may exist. `day` has orders, trades and snapshots.
 VerifiedDay verifyDay(const recording::RecordedDay& day, const VerifyProgress& progress = {});

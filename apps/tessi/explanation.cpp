@@ -58,24 +58,33 @@ bool isIn(const Orders& orders, __int64 seq)
     return std::any_of(orders.begin(), orders.end(), [seq](const RestingOrder& order) { return order.seq == seq; });
 }
 
-// What could be at the price without the book's knowledge.
+// What the difference may be made of, in the order in which it is tried.
 Orders poolAt(const Difference& difference, const OrderLedger& ledger, TC::ThousandBook& book, const Orders& used)
 {
-    Orders pool = ledger.marketKindsAt(difference.isBid, difference.key);
+    Orders pool = unknownTo(book, difference.isBid, difference.price, difference.key, ledger);
     std::erase_if(pool, [&](const RestingOrder& order) { return isIn(used, order.seq); });
     // An order that has traded can be nowhere else: it is taken before those that fit another price as well.
-    std::stable_partition(pool.begin(), pool.end(), [](const RestingOrder& order) { return order.price > 0; });
-    TC::SingleQueue::Quotes quotes;
-    if (const auto level = book.getLevel(difference.isBid, difference.price))
-        level->getQuotes(quotes);
-    for (const RestingOrder& order : ledger.limitsAt(difference.isBid, difference.key)) {
-        if (quotes.count(order.seq) == 0)
-            pool.push_back(order);
-    }
+    const auto rank = [](const RestingOrder& order) { return !order.isMarketKind() ? 2 : order.price > 0 ? 0 : 1; };
+    std::stable_sort(pool.begin(), pool.end(),
+                     [&](const RestingOrder& a, const RestingOrder& b) { return rank(a) < rank(b); });
     return pool;
 }
 
 } // namespace
+
+std::vector<RestingOrder> unknownTo(TC::ThousandBook& book, bool isBid, double price, int key,
+                                    const OrderLedger& ledger)
+{
+    Orders orders = ledger.marketKindsAt(isBid, key);
+    TC::SingleQueue::Quotes quotes;
+    if (const auto level = book.getLevel(isBid, price))
+        level->getQuotes(quotes);
+    for (const RestingOrder& order : ledger.limitsAt(isBid, key)) {
+        if (quotes.count(order.seq) == 0)
+            orders.push_back(order);
+    }
+    return orders;
+}
 
 std::vector<RestingOrder> explain(const std::vector<Difference>& differences, const OrderLedger& ledger,
                                   TC::ThousandBook& book)

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "Formula/formulaparam.h"
+#include "indexui/tessimodel/cmodeldepthqueue.h"
 #include "indexui/tessimodel/cmodeldepththousand.h"
+#include "indexui/tessimodel/cmodelquoterdepththousand.h"
 
 namespace recording {
 class DataLayer;
@@ -10,17 +12,27 @@ struct RecordedDay;
 
 namespace tessi {
 
-// The thousand-level model of a replayed day, with the three streams that it needs. What panels of the book share.
-class FollowedBook {
+// A model of a replayed day, with the streams that it needs: of a book from ticks, of the order queues, of the book
+// from thousand-level snapshots. What panels of the same model share.
+template <class Model>
+class Followed {
 public:
-    explicit FollowedBook(const recording::RecordedDay& day);
+    explicit Followed(const recording::RecordedDay& day);
 
     void subscribe(recording::DataLayer& data);
 
-    TC::CModelDepthThousand model;
+    Model model;
 
 private:
     TC::CFormulaParam m_request;
 };
+
+using FollowedBook = Followed<TC::CModelDepthThousand>;
+using FollowedOrderQueues = Followed<TC::CModelDepthQueue>;
+using FollowedSnapshotBook = Followed<TC::CModelQuoterDepthThousand>;
+
+extern template class Followed<TC::CModelDepthThousand>;
+extern template class Followed<TC::CModelDepthQueue>;
+extern template class Followed<TC::CModelQuoterDepthThousand>;
 
 } // namespace tessi

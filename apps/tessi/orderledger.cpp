@@ -3,8 +3,25 @@
 #include "indexui/tessimodel/detail/numbers.h"
 #include "quoter/orderdata.h"
 #include "quoter/transactiondata.h"
+#include "recording/recordedday.h"
+
+#include <algorithm>
 
 namespace tessi {
+
+bool areMarketOrders(const std::vector<RestingOrder>& orders)
+{
+    return !orders.empty() &&
+           std::all_of(orders.begin(), orders.end(), [](const RestingOrder& order) { return order.isMarketKind(); });
+}
+
+void OrderLedger::apply(const recording::Event& tick)
+{
+    if (tick.stream == recording::Stream::Orders)
+        apply(static_cast<const quoter::OrderData&>(*tick.record));
+    else
+        apply(static_cast<const quoter::TransactionData&>(*tick.record));
+}
 
 void OrderLedger::apply(const quoter::OrderData& order)
 {

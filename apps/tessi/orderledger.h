@@ -13,7 +13,17 @@ struct OrderData;
 struct TransactionData;
 } // namespace quoter
 
+namespace recording {
+struct Event;
+}
+
 namespace tessi {
+
+// The kinds of which a book of price levels shows no row.
+constexpr bool isMarketKind(int orderKind)
+{
+    return orderKind == 2 || (orderKind >= 4 && orderKind <= 7);
+}
 
 // An order that rests at the exchange, as far as its own records tell.
 struct RestingOrder {
@@ -23,9 +33,11 @@ struct RestingOrder {
     double price = 0; // its limit; of a market kind the price of its latest trade, and 0 before it has traded
     __int64 shares = 0;
 
-    // The kinds of which a book of price levels shows no row.
-    bool isMarketKind() const { return kind == 2 || (kind >= 4 && kind <= 7); }
+    bool isMarketKind() const { return tessi::isMarketKind(kind); }
 };
+
+// Some, and all of market kinds.
+bool areMarketOrders(const std::vector<RestingOrder>& orders);
 
 // What is left of every order of a day, each by itself: no queue and no rule of priority takes part, so that it can
 // tell what a book has got wrong. A trade may come before its order. One thread.
@@ -35,6 +47,7 @@ public:
         : m_priceTick(priceTick)
     {}
 
+    void apply(const recording::Event& tick); // an order or trade
     void apply(const quoter::OrderData& order);
     void apply(const quoter::TransactionData& trade);
 

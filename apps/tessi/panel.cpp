@@ -1,10 +1,12 @@
 #include "apps/tessi/panel.h"
 
+#include "apps/tessi/bestqueuespanel.h"
 #include "apps/tessi/bookpanel.h"
 #include "apps/tessi/cancelspanel.h"
 #include "apps/tessi/orderspanel.h"
 #include "apps/tessi/panelfilter.h"
 #include "apps/tessi/queuepanel.h"
+#include "apps/tessi/thousandpanel.h"
 #include "apps/tessi/tickpanel.h"
 #include "apps/tessi/tradespanel.h"
 #include "apps/tessi/viewpanel.h"
@@ -21,7 +23,7 @@ namespace tessi {
 namespace {
 
 // Options that a panel takes.
-enum Takes : unsigned { kDepth = 1, kSide = 2, kPrice = 4, kSizes = 8, kTimes = 16 };
+enum Takes : unsigned { kDepth = 1, kSide = 2, kPrice = 4, kSizes = 8, kTimes = 16, kByQuoter = 32 };
 
 struct PanelKind {
     std::unique_ptr<Panel> (*make)(const recording::RecordedDay&, const PanelOptions&);
@@ -42,7 +44,9 @@ const std::map<std::string, PanelKind>& kinds()
         {"book", {make<BookPanel>, kDepth, 0, {}}},
         {"cancels", {make<CancelsPanel>, kSide | kSizes | kTimes, 0, {"buy", "sell"}}},
         {"orders", {make<OrdersPanel>, kSide | kSizes | kTimes, 0, {"buy", "sell"}}},
+        {"queue10", {make<BestQueuesPanel>, kDepth, 0, {}}},
         {"queue", {make<QueuePanel>, kSide | kPrice, kSide | kPrice, {"bid", "ask"}}},
+        {"thousand", {make<ThousandPanel>, kDepth | kByQuoter, 0, {}}},
         {"ticks", {make<TickPanel>, 0, 0, {}}},
         {"trades", {make<TradesPanel>, kSizes | kTimes, 0, {}}},
         {"view", {make<ViewPanel>, kTimes, 0, {}}}};
@@ -57,17 +61,17 @@ unsigned givenIn(const PanelOptions& options)
     given |= options.price ? kPrice : 0U;
     given |= options.minHands || options.minAmount || options.connective ? kSizes : 0U;
     given |= options.from || options.to ? kTimes : 0U;
+    given |= options.byQuoter ? kByQuoter : 0U;
     return given;
 }
 
 // The options of the lowest bit.
 const char* firstName(unsigned options)
 {
-    static constexpr std::pair<Takes, const char*> names[] = {{kDepth, "--depth"},
-                                                              {kSide, "--side"},
-                                                              {kPrice, "--price"},
-                                                              {kSizes, "--min-hands, --min-amount and --connective"},
-                                                              {kTimes, "--from and --to"}};
+    static constexpr std::pair<Takes, const char*> names[] = {
+        {kDepth, "--depth"},         {kSide, "--side"},
+        {kPrice, "--price"},         {kSizes, "--min-hands, --min-amount and --connective"},
+        {kTimes, "--from and --to"}, {kByQuoter, "--by-quoter"}};
     const auto* const found = std::find_if(std::begin(names), std::end(names),
                                            [options](const auto& name) { return (options & name.first) != 0; });
     return found == std::end(names) ? "" : found->second;

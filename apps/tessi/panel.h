@@ -26,13 +26,16 @@ public:
     // What to tell when there are no rows, in a few words.
     virtual std::string whyEmpty() const = 0;
 
+    // What the day lacks for the rows to be whole, in a few words; empty for nothing.
+    virtual std::string note() const { return {}; }
+
     // A line of figures below the rows, when there are any, for people; empty for none.
     virtual std::string foot() const { return {}; }
 };
 
 // What the command line says beyond the panel's name. Each belongs to some panels only.
 struct PanelOptions {
-    std::optional<std::size_t> depth;      // book: best levels of each side; all without it
+    std::optional<std::size_t> depth;      // book, thousand, queue10: best levels of each side; all without it
     std::optional<std::string> side;       // queue: "bid" or "ask"; orders, cancels: "buy" or "sell"
     std::optional<double> price;           // queue
     std::optional<int> minHands;           // orders, cancels, trades
@@ -40,6 +43,7 @@ struct PanelOptions {
     std::optional<std::string> connective; // with both of these: "and" or "or"
     std::optional<std::string> from;       // orders, cancels, trades, view: "HH:MM:SS", included
     std::optional<std::string> to;
+    bool byQuoter = false; // thousand: the level-2 snapshot's levels
 };
 
 std::vector<std::string> panelNames();

@@ -15,6 +15,7 @@
 
 #include <cmath>
 #include <iostream>
+#include <limits>
 #include <map>
 #include <memory>
 #include <string>
@@ -72,6 +73,8 @@ void checkPrice(const Arguments& arguments, double priceTick, const CLI::App& co
     if (!arguments.options.price)
         return;
     const double ticks = *arguments.options.price / priceTick;
+    if (!(ticks < std::numeric_limits<int>::max()))
+        throw CLI::ValidationError(command.get_name(), "--price is above all prices");
     if (std::abs(ticks - std::round(ticks)) * priceTick > kTolerance)
         throw CLI::ValidationError(command.get_name(),
                                    fmt::format("--price is no multiple of the price tick {}", priceTick));
@@ -98,6 +101,8 @@ Rows replayedRows(const Arguments& arguments, const std::shared_ptr<const record
         running = &data;
         panel->subscribe(data);
     });
+    if (const std::string note = panel->note(); !note.empty())
+        std::cerr << "tessi: note: " << note << "\n";
     Rows rows{panel->rows(), {}};
     if (rows.table.isEmpty())
         std::cerr << "tessi: note: " << panel->whyEmpty() << "\n";
@@ -162,8 +167,11 @@ void addReplay(CLI::App& app)
     command->add_option("--panel", arguments->panel, "What to print; without it, a summary of the day")
         ->check(CLI::IsMember(panelNames()));
     command
-        ->add_option("--depth", arguments->options.depth, "Panel book: the best levels of each side; without it, all")
+        ->add_option("--depth", arguments->options.depth,
+                     "Panels book, thousand, queue10: the best levels of each side; without it, all (queue10: ten)")
         ->check(aboveZero());
+    command->add_flag("--by-quoter", arguments->options.byQuoter,
+                      "Panel thousand: the ten levels of the level-2 snapshot instead");
     command->add_option("--side", arguments->options.side,
                         "Panel queue: bid or ask; orders and cancels: buy or sell (UB, US, F and N stay)");
     command->add_option("--price", arguments->options.price, "Panel queue: the price")->check(aboveZero());

@@ -21,6 +21,11 @@ std::string clockTextMs(__int64 milliseconds)
     return fmt::format("{}.{:03}", clockText(milliseconds / 1000), milliseconds % 1000);
 }
 
+const char* sideName(bool isBid)
+{
+    return isBid ? "bid" : "ask";
+}
+
 std::string jsonKey(std::string name)
 {
     std::replace(name.begin(), name.end(), ' ', '_');

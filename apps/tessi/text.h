@@ -20,6 +20,8 @@ std::string numberText(Number number)
     return std::to_string(number);
 }
 
+const char* sideName(bool isBid); // "bid", "ask"
+
 // The key in JSON of what is called so in a table: "buy_seq" for "buy seq".
 std::string jsonKey(std::string name);
 

@@ -1,6 +1,8 @@
 #include "apps/tessi/verifyreport.h"
 
+#include "apps/tessi/explanationtext.h"
 #include "apps/tessi/pairreport.h"
+#include "apps/tessi/queuereport.h"
 #include "apps/tessi/table.h"
 #include "apps/tessi/text.h"
 
@@ -17,21 +19,9 @@ namespace tessi {
 
 namespace {
 
-const char* sideName(bool isBid)
-{
-    return isBid ? "bid" : "ask";
-}
-
 std::string dayName(const VerifiedDay& day)
 {
     return fmt::format("{} {} {}", day.market, day.code, day.day);
-}
-
-// "order 5123 (kind 7, sell) with 5700 shares at 9.15"
-std::string orderText(const RestingOrder& order, double priceTick)
-{
-    return fmt::format("order {} (kind {}, {}) with {} shares at {}", order.seq, order.kind,
-                       order.isBid ? "buy" : "sell", order.shares, priceText(order.price, priceTick));
 }
 
 std::string explanationText(const Miss& miss, double priceTick)
@@ -40,13 +30,7 @@ std::string explanationText(const Miss& miss, double priceTick)
         return "no state of the book has this day volume";
     if (miss.explainedBy.empty())
         return "no resting order explains it";
-    std::string text = "explained by resting";
-    const char* separator = " ";
-    for (const RestingOrder& order : miss.explainedBy) {
-        text += separator + orderText(order, priceTick);
-        separator = ", ";
-    }
-    return text;
+    return explainedByText(miss.explainedBy, priceTick);
 }
 
 Table dayTable(const std::vector<VerifiedDay>& days)
@@ -131,18 +115,10 @@ void printDivergence(std::ostream& out, const VerifiedDay& day, bool colours)
 
 nlohmann::ordered_json jsonOf(const Miss& miss)
 {
-    nlohmann::ordered_json orders = nlohmann::ordered_json::array();
-    for (const RestingOrder& order : miss.explainedBy) {
-        orders.push_back({{"seq", order.seq},
-                          {"kind", order.kind},
-                          {"side", sideName(order.isBid)},
-                          {"price", order.price},
-                          {"shares", order.shares}});
-    }
     return {{"arrival", miss.arrival},
             {"time", clockText(miss.timetag / 1000)},
             {"dayVolume", miss.dayVolume},
-            {"explainedBy", orders}};
+            {"explainedBy", explainedByJson(miss.explainedBy)}};
 }
 
 } // namespace
@@ -152,6 +128,10 @@ void printVerified(std::ostream& out, const std::vector<VerifiedDay>& days, bool
     dayTable(days).print(out, Format::Table, false);
     out << "\n";
     printPairs(out, days);
+    if (std::any_of(days.begin(), days.end(), [](const VerifiedDay& day) { return day.queues.has_value(); })) {
+        out << "\n";
+        printQueues(out, days);
+    }
     for (const VerifiedDay& day : days)
         printDivergence(out, day, colours);
     for (const VerifiedDay& day : days) {
@@ -160,6 +140,10 @@ void printVerified(std::ostream& out, const std::vector<VerifiedDay>& days, bool
         if (misses && !day.pairs.misses.empty()) {
             out << "\n" << dayName(day) << ": pairs with other hands than their snapshot's volume step\n";
             printPairMisses(out, day.pairs);
+        }
+        if (misses && day.queues && !day.queues->misses.empty()) {
+            out << "\n" << dayName(day) << ": rows of order queues without a match\n";
+            printQueueMisses(out, *day.queues, day.priceTick);
         }
     }
 }
@@ -181,11 +165,13 @@ void printVerifiedJson(std::ostream& out, const std::vector<VerifiedDay>& days, 
                                          {"parked", day.parked},
                                          {"forgotten", day.forgotten}};
         addPairs(object, day.pairs);
+        addQueues(object, day.queues);
         if (misses) {
             object["misses"] = nlohmann::ordered_json::array();
             for (const Miss& miss : day.misses)
                 object["misses"].push_back(jsonOf(miss));
             object["pairMisses"] = pairMissesJson(day.pairs);
+            object["queueMisses"] = queueMissesJson(day.queues.value_or(VerifiedQueues()));
         }
         all.push_back(std::move(object));
     }

@@ -35,6 +35,7 @@ public:
     // What a panel reads now: the ten best levels of each side in hands. Nothing when there is no update to read.
     std::optional<BestLevels> read();
 
+    TC::CModelDepthThousand& model() { return m_model; }
     TC::ThousandBook& book() { return m_model.m_book; }
 
 private:

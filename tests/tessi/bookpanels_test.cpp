@@ -67,19 +67,22 @@ TEST_F(BookPanelsTest, shouldStopBeforeTheFirstRecordWhenUntilIsGiven)
 
 TEST_F(BookPanelsTest, shouldListOrdersOldestFirstWhenQueueIsPrinted)
 {
-    EXPECT_EQ(replay("--panel queue --side bid --price 10").out, "seq  time          shares  dealt  left  status\n"
-                                                                 "  1  09:30:05.000     300    120   180  part dealt\n"
-                                                                 "  7  09:30:07.000      60      0    60  whole\n");
+    EXPECT_EQ(replay("--panel queue --side bid --price 10").out,
+              "no  seq  time          shares  dealt  left  ahead  status\n"
+              " 1    1  09:30:05.000     300    120   180      0  part dealt\n"
+              " 2    7  09:30:07.000      60      0    60    180  whole\n"
+              "\n"
+              "2 orders with 240 shares\n");
     EXPECT_EQ(replay("--panel queue --side ask --price 10.02 --format json").out,
-              "[\n {\"seq\": 3, \"time\": \"09:30:00.300\", \"shares\": 500, \"dealt\": 0, \"left\": 500, "
-              "\"status\": \"whole\"}\n]\n");
+              "[\n {\"no\": 1, \"seq\": 3, \"time\": \"09:30:00.300\", \"shares\": 500, \"dealt\": 0, "
+              "\"left\": 500, \"ahead\": 0, \"status\": \"whole\"}\n]\n");
 }
 
 TEST_F(BookPanelsTest, shouldSayWhyWhenNothingIsThere)
 {
     const Outcome queue = replay("--panel queue --side ask --price 10.00");
     EXPECT_EQ(queue.exitCode, 0);
-    EXPECT_EQ(queue.out, "seq  time  shares  dealt  left  status\n");
+    EXPECT_EQ(queue.out, "no  seq  time  shares  dealt  left  ahead  status\n");
     EXPECT_NE(queue.err.find("no ask rests at 10.00"), std::string::npos) << queue.err;
     EXPECT_NE(replay("--panel book --until 09:00:00").err.find("no order rests"), std::string::npos);
     EXPECT_NE(replay("--panel ticks --until 09:30:06").err.find("no snapshot shows a trade"), std::string::npos);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "quoter/levelthousanddata.h"
 #include "recording/recordedday.h"
 #include "tests/support/instruments.h"
 #include "tests/support/records.h"
@@ -7,6 +8,7 @@
 #include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace tests {
 
@@ -18,7 +20,8 @@ public:
     {
         m_day.instrument = stock(market, code, {100003});
         m_day.tradingDay = 20240301;
-        m_day.streams = {recording::Stream::Orders, recording::Stream::Trades, recording::Stream::Snapshots};
+        m_day.streams = {recording::Stream::Orders, recording::Stream::Trades, recording::Stream::Snapshots,
+                         recording::Stream::Queues, recording::Stream::Thousand};
     }
 
     HandmadeDay& operator<<(const Order& record) { return add(recording::Stream::Orders, record); }
@@ -26,6 +29,11 @@ public:
     HandmadeDay& operator<<(const std::shared_ptr<quoter::QuoterDepthData>& record)
     {
         return add(recording::Stream::Snapshots, record);
+    }
+    HandmadeDay& operator<<(const BestQueues& record) { return add(recording::Stream::Queues, record); }
+    HandmadeDay& operator<<(const std::shared_ptr<quoter::LevelThousandData>& record)
+    {
+        return add(recording::Stream::Thousand, record);
     }
 
     const recording::RecordedDay& recorded() const { return m_day; }

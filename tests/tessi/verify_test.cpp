@@ -1,9 +1,11 @@
 #include "exchange/simulator.h"
+#include "quoter/levelorderdata.h"
 #include "quoter/orderdata.h"
 #include "quoter/quoterdepthdata.h"
 #include "recording/dayfolder.h"
 #include "tests/support/recordeddays.h"
 #include "tests/tessi/command.h"
+#include "tests/tessi/handmadeday.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -54,7 +56,7 @@ TEST(Verify, shouldSucceedWhenEverySnapshotIsAStateOfTheBook)
     write(limitOrdersOnly(), scratch, "day");
     const Outcome run = scratch.tessi("verify day");
     EXPECT_EQ(run.exitCode, 0) << run.out;
-    EXPECT_EQ(std::count(run.out.begin(), run.out.end(), '\n'), 5) << "two headers, the day twice, a blank line";
+    EXPECT_EQ(std::count(run.out.begin(), run.out.end(), '\n'), 8) << "three headers, the day thrice, two blank lines";
     EXPECT_EQ(run.err, "");
 }
 
@@ -82,8 +84,9 @@ TEST(Verify, shouldSucceedWhenNoMoreSnapshotsMissThanAllowed)
     const auto day = nlohmann::json::parse(scratch.tessi("verify day --json").out).at(0);
     const int misses = day.at("snapshots").get<int>() - day.at("rawMatches").get<int>();
     ASSERT_GT(misses, 0);
-    EXPECT_EQ(scratch.tessi("verify day --allow " + std::to_string(misses - 1)).exitCode, 1);
-    EXPECT_EQ(scratch.tessi("verify day --allow " + std::to_string(misses)).exitCode, 0);
+    const std::string allowQueues = "verify day --allow-queues 1000 --allow ";
+    EXPECT_EQ(scratch.tessi(allowQueues + std::to_string(misses - 1)).exitCode, 1);
+    EXPECT_EQ(scratch.tessi(allowQueues + std::to_string(misses)).exitCode, 0);
 }
 
 TEST(Verify, shouldListWhatExplainsTheMissesWhenAsked)
@@ -107,6 +110,87 @@ TEST(Verify, shouldListWhatExplainsTheMissesWhenAsked)
     EXPECT_TRUE(order.at("side") == "bid" || order.at("side") == "ask");
 }
 
+TEST(Verify, shouldFailWhenARowOfTheOrderQueuesIsNoStateOfTheBook)
+{
+    const Scratch scratch;
+    recording::RecordedDay day = limitOrdersOnly();
+    for (auto event = day.events.begin() + static_cast<std::ptrdiff_t>(day.events.size() / 2);; ++event) {
+        const auto record = std::dynamic_pointer_cast<quoter::LevelOrderData>(event->record);
+        if (record && !record->askQueue.empty()) {
+            ++record->askQueue.front();
+            break;
+        }
+    }
+    write(day, scratch, "day");
+    EXPECT_EQ(scratch.tessi("verify day").exitCode, 1);
+    EXPECT_EQ(scratch.tessi("verify day --allow 1000").exitCode, 1) << "allows snapshots only";
+    EXPECT_EQ(scratch.tessi("verify day --allow-queues 1").exitCode, 0);
+    const auto verified = nlohmann::json::parse(scratch.tessi("verify day --json").out).at(0);
+    EXPECT_EQ(verified.at("snapshots"), verified.at("rawMatches"));
+    EXPECT_EQ(verified.at("queueMissesUnexplained"), 1);
+    EXPECT_EQ(verified.at("queueMatches"), verified.at("queueRows").get<int>() - 1);
+}
+
+// Two bids at 10.00, of 300 and 200 shares.
+HandmadeDay twoBids()
+{
+    HandmadeDay day;
+    day << order(1).buy(10.00).shares(300).time("09:30:00") << order(4).buy(10.00).shares(200).time("09:30:00");
+    return day;
+}
+
+TEST(Verify, shouldFailWhenARowDiffersByMoreThanMarketOrders)
+{
+    HandmadeDay market = twoBids();
+    market << order(5).buy(0).kind(6).shares(100).time("09:30:01")
+           << bestQueues("09:30:03").bid(10.00, {300, 200, 100});
+    HandmadeDay lost = twoBids();
+    lost << order(3).buy(10.00).shares(100).time("09:30:01") << bestQueues("09:30:03").bid(10.00, {300, 100, 200});
+    HandmadeDay back = twoBids();
+    back << order(5).buy(10.00).shares(100).time("09:30:01") << bestQueues("09:30:03").bid(10.00, {300, 200, 100})
+         << bestQueues("09:30:06").bid(10.00, {300, 200}) << bestQueues("09:30:09").bid(10.00, {300, 200, 100});
+    struct Row {
+        const char* misses;
+        const HandmadeDay& day;
+        int exitCode;
+    };
+    const Row rows[] = {{"queueMissesByMarketOrders", market, 0},
+                        {"queueMissesByOtherOrders", lost, 1},
+                        {"queueMissesOutOfOrder", back, 1}};
+    for (const Row& row : rows) {
+        const Scratch scratch;
+        write(row.day.recorded(), scratch, "day");
+        const Outcome run = scratch.tessi("verify day --json --allow 1000");
+        EXPECT_EQ(run.exitCode, row.exitCode) << row.misses;
+        EXPECT_EQ(nlohmann::json::parse(run.out).at(0).at(row.misses), 1) << run.out;
+        EXPECT_EQ(scratch.tessi("verify day --allow-queues 1").exitCode, 0) << row.misses;
+    }
+}
+
+TEST(Verify, shouldSayThatNothingWasComparedWhenNoOrderQueueCanBe)
+{
+    HandmadeDay day = twoBids();
+    day << bestQueues("09:30:03") << bestQueues("12:00:00").bid(10.00, {300, 200});
+    const Scratch scratch;
+    write(day.recorded(), scratch, "day");
+    const Outcome run = scratch.tessi("verify day");
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_NE(run.err.find("no order queue of continuous trading"), std::string::npos) << run.err;
+    EXPECT_NE(run.out.find("queue rows"), std::string::npos) << run.out;
+}
+
+TEST(Verify, shouldLeaveTheQueuesOutOfTheTablesWhenTheDayHasNone)
+{
+    const Scratch scratch;
+    recording::RecordedDay day = limitOrdersOnly();
+    std::erase(day.streams, recording::Stream::Queues);
+    std::erase_if(day.events, [](const recording::Event& event) { return event.stream == recording::Stream::Queues; });
+    write(day, scratch, "day");
+    const Outcome run = scratch.tessi("verify day");
+    EXPECT_EQ(run.exitCode, 0) << run.out;
+    EXPECT_EQ(run.out.find("queue"), std::string::npos) << run.out;
+}
+
 TEST(Verify, shouldGiveAnObjectForEachDayWhenFormatIsJson)
 {
     const Scratch scratch;
@@ -121,7 +205,7 @@ TEST(Verify, shouldGiveAnObjectForEachDayWhenFormatIsJson)
         EXPECT_EQ(day.at("code"), "009001");
         EXPECT_EQ(day.at("day"), 20240315);
         for (const char* figure : {"snapshots", "rawMatches", "newer", "correctedMatches", "parked", "forgotten",
-                                   "pairs", "pairMatches", "pairsRightRows"})
+                                   "pairs", "pairMatches", "pairsRightRows", "queueRows", "queueMatches"})
             EXPECT_TRUE(day.at(figure).is_number_integer()) << figure;
         EXPECT_EQ(day.at("newer"), day.at("correctedMatches"));
     }
@@ -177,8 +261,8 @@ TEST(Verify, shouldSayThatNothingWasComparedWhenTheDayHasNoContinuousTrading)
 TEST(Verify, shouldFailWithUsageWhenArgumentsAreWrong)
 {
     const Scratch scratch;
-    for (const char* arguments :
-         {"verify", "verify ''", "verify day --allow -1", "verify day --allow x", "verify day --format json"}) {
+    for (const char* arguments : {"verify", "verify ''", "verify day --allow -1", "verify day --allow x",
+                                  "verify day --allow-queues -1", "verify day --format json"}) {
         const Outcome run = scratch.tessi(arguments);
         EXPECT_EQ(run.exitCode, 2) << arguments << "\n" << run.err;
         EXPECT_EQ(run.out, "") << arguments;
@@ -188,6 +272,7 @@ TEST(Verify, shouldFailWithUsageWhenArgumentsAreWrong)
 struct Day {
     const char* folder;
     int snapshots, rawMatches, pairs, pairMatches, pairsRightRows, wholeHands, carried, oddLots, noRow;
+    nlohmann::json queueRows, queueMatches; // null without the stream
 };
 
 void PrintTo(const Day& day, std::ostream* out)
@@ -226,16 +311,22 @@ TEST_P(VerifyRecordedDays, shouldMatchAllButWhatMarketOrdersExplainWhenDayIsReal
     EXPECT_EQ(faults.at("carried"), day.carried);
     EXPECT_EQ(faults.at("oddLots"), day.oddLots);
     EXPECT_EQ(faults.at("noRow"), day.noRow);
+    EXPECT_EQ(verified.at("queueRows"), day.queueRows);
+    EXPECT_EQ(verified.at("queueMatches"), day.queueMatches);
+    if (day.queueRows != nullptr) {
+        EXPECT_EQ(verified.at("queueMissesByMarketOrders"), day.queueRows.get<int>() - day.queueMatches.get<int>());
+    }
     EXPECT_EQ(day.pairMatches + day.wholeHands + day.carried + day.oddLots + day.noRow, day.pairs);
 
     EXPECT_EQ(scratch.tessi("verify '" + source.string() + "' --json --allow 1000").out, run.out)
         << "files of the exchange are imported on the way";
 }
 
-INSTANTIATE_TEST_SUITE_P(Days, VerifyRecordedDays,
-                         ::testing::Values(Day{"szse-20171229-300446", 1851, 1841, 855, 852, 850, 2, 0, 0, 1},
-                                           Day{"szse-20170103-000001", 4621, 4354, 3446, 3368, 3427, 70, 7, 0, 1},
-                                           Day{"sse-20230201-600519", 4841, 4841, 4542, 4498, 4494, 18, 22, 2, 2}),
-                         [](const auto& param) { return testName(param.param.folder); });
+INSTANTIATE_TEST_SUITE_P(
+    Days, VerifyRecordedDays,
+    ::testing::Values(Day{"szse-20171229-300446", 1851, 1841, 855, 852, 850, 2, 0, 0, 1, 2482, 2477},
+                      Day{"szse-20170103-000001", 4621, 4354, 3446, 3368, 3427, 70, 7, 0, 1, 7876, 7844},
+                      Day{"sse-20230201-600519", 4841, 4841, 4542, 4498, 4494, 18, 22, 2, 2, nullptr, nullptr}),
+    [](const auto& param) { return testName(param.param.folder); });
 
 } // namespace

@@ -170,4 +170,102 @@ TEST(VerifyReport, shouldCountMissesByWhatExplainsThemWhenFormatIsJson)
     EXPECT_EQ(json.at("misses").at(1).at("explainedBy").at(1).at("seq"), 8);
 }
 
+// Of eight rows four do not match.
+VerifiedDay withQueues()
+{
+    using tessi::QueueFault;
+    VerifiedDay day = agreeing();
+    day.queues.emplace();
+    day.queues->rows = 8;
+    day.queues->matches = 4;
+    tessi::QueueMiss explained;
+    explained.arrival = 17;
+    explained.timetag = tests::timeOf("10:30:03");
+    explained.price = 10.02;
+    explained.sizes = {500, 800, 100};
+    explained.book = {500, 100};
+    explained.rightOrders = 1;
+    explained.fault = QueueFault::MarketOrders;
+    explained.explainedBy = {{7, 6, false, 10.02, 800}};
+    tessi::QueueMiss unknown;
+    unknown.arrival = 18;
+    unknown.timetag = tests::timeOf("10:30:06");
+    unknown.isBid = true;
+    unknown.price = 10.00;
+    unknown.sizes = {300};
+    unknown.fault = QueueFault::Unknown;
+    tessi::QueueMiss otherState = unknown;
+    otherState.sizes = otherState.book = {300, 200};
+    otherState.rightOrders = 2;
+    otherState.fault = QueueFault::OtherState;
+    tessi::QueueMiss outOfOrder = otherState;
+    outOfOrder.book = {300, 250};
+    outOfOrder.rightOrders = 1;
+    outOfOrder.fault = QueueFault::OutOfOrder;
+    day.queues->misses = {explained, otherState, outOfOrder, unknown};
+    return day;
+}
+
+TEST(VerifyReport, shouldCountTheQueuesWhenTheDayHasSome)
+{
+    EXPECT_EQ(
+        printed(withQueues()),
+        "\n"
+        "market  code         day  queue rows  queue matches  market orders  other orders  other state  out of order  "
+        "unexplained\n"
+        "SZ      000001  20240301           8              4              1             0            1             1  "
+        "          1\n");
+}
+
+TEST(VerifyReport, shouldListEveryQueueWithoutAMatchWhenAsked)
+{
+    const std::string text = printed(withQueues(), true);
+    EXPECT_EQ(
+        text.substr(text.rfind("\n\n") + 2),
+        "SZ 000001 20240301: rows of order queues without a match\n"
+        "time      arrival  side  price  first difference             explanation\n"
+        "10:30:03       17  ask   10.02  order 2: 800, book 100       explained by resting order 7 (kind 6, sell) with "
+        "800 shares at 10.02\n"
+        "10:30:06       18  bid   10.00  none                         the other side is of another state\n"
+        "10:30:06       18  bid   10.00  order 2: 200, book 250       the book had this queue before or behind its "
+        "place\n"
+        "10:30:06       18  bid   10.00  order 1: 300, book no order  no resting order explains it\n");
+}
+
+TEST(VerifyReport, shouldGiveTheQueuesInJsonWhenAsked)
+{
+    std::ostringstream out;
+    tessi::printVerifiedJson(out, {withQueues()}, true);
+    const auto day = nlohmann::json::parse(out.str()).at(0);
+    EXPECT_EQ(day.at("queueRows"), 8);
+    EXPECT_EQ(day.at("queueMatches"), 4);
+    EXPECT_EQ(day.at("queueMissesByMarketOrders"), 1);
+    EXPECT_EQ(day.at("queueMissesByOtherOrders"), 0);
+    EXPECT_EQ(day.at("queueMissesOtherState"), 1);
+    EXPECT_EQ(day.at("queueMissesOutOfOrder"), 1);
+    EXPECT_EQ(day.at("queueMissesUnexplained"), 1);
+    const auto& miss = day.at("queueMisses").at(0);
+    EXPECT_EQ(miss.at("sizes").dump(), "[500,800,100]");
+    EXPECT_EQ(miss.at("book").dump(), "[500,100]");
+    EXPECT_EQ(miss.at("explainedBy").at(0).at("seq"), 7);
+    EXPECT_EQ(day.at("queueMisses").at(1).at("why"), "other state");
+    EXPECT_EQ(day.at("queueMisses").at(3).at("why"), "unexplained");
+}
+
+TEST(VerifyReport, shouldLeaveTheQueuesOpenWhenADayLacksTheStream)
+{
+    VerifiedDay without = agreeing();
+    without.market = "SH";
+    std::ostringstream out;
+    tessi::printVerified(out, {withQueues(), without}, false, false);
+    EXPECT_NE(out.str().find("\nSH      000001  20240301\n"), std::string::npos) << out.str();
+
+    std::ostringstream json;
+    tessi::printVerifiedJson(json, {without}, true);
+    const auto day = nlohmann::json::parse(json.str()).at(0);
+    for (const char* figure : {"queueRows", "queueMatches", "queueMissesUnexplained"})
+        EXPECT_TRUE(day.at(figure).is_null()) << figure;
+    EXPECT_EQ(day.at("queueMisses").size(), 0u);
+}
+
 } // namespace

@@ -1,0 +1,19 @@
+#include "apps/tessi/missingstreams.h"
+
+#include <algorithm>
+
+namespace tessi {
+
+std::string missingStreamsText(const recording::RecordedDay& day, std::initializer_list<recording::Stream> streams)
+{
+    std::string text;
+    for (const recording::Stream stream : streams) {
+        if (std::find(day.streams.begin(), day.streams.end(), stream) != day.streams.end())
+            continue;
+        text += text.empty() ? "the day has no stream " : ", and none ";
+        text += recording::streamName(stream);
+    }
+    return text;
+}
+
+} // namespace tessi
