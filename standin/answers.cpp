@@ -3,9 +3,11 @@
 #include "datasource/datacenter.h"
 #include "Env/appconfig.h"
 #include "luawrapper/luamodulectrl.h"
+#include "standin/newloanfactor.h"
 #include "standin/reset.h"
 #include "User/userconfig.h"
 
+#include <atomic>
 #include <mutex>
 #include <set>
 
@@ -13,106 +15,113 @@ namespace standin {
 
 namespace {
 
-struct AnswerSheet {
-    bool signedIn = true;
-    bool userBrovanQuoteMode = false;
-    bool boardNewRules = false;
-    bool newBondsAuth = false;
-    bool dataCenterBrovanQuoteMode = false;
-    int clientType = Answers::kNoClientType;
-    std::set<std::string> modules;
-    std::string ownIndexMarket = "CICC";
-};
-
-// The answers in force. Never destroyed, so that services can be asked until the very end.
-class CurrentAnswers {
-public:
+// The answers in force. Never destroyed, so that services can be asked until the very end. What every snapshot asks
+// takes no lock.
+struct CurrentAnswers {
     static CurrentAnswers& instance()
     {
         static CurrentAnswers& answers = *new CurrentAnswers;
         return answers;
     }
 
-    // Reads or changes the sheet under its lock.
-    template <class Use>
-    auto with(Use&& use)
+    void reset()
     {
-        const std::lock_guard lock(m_mutex);
-        return use(m_sheet);
+        signedIn = true;
+        for (std::atomic<bool>* const answer :
+             {&userBrovanQuoteMode, &boardNewRules, &newBondsAuth, &dataCenterBrovanQuoteMode})
+            *answer = false;
+        clientType = Answers::kNoClientType;
+        newLoanFactor = 1;
+        const std::lock_guard lock(mutex);
+        modules.clear();
+        ownIndexMarket = kOwnIndexMarket;
     }
 
-private:
-    std::mutex m_mutex;
-    AnswerSheet m_sheet;
+    static constexpr char kOwnIndexMarket[] = "CICC";
+
+    std::atomic<bool> signedIn{true};
+    std::atomic<bool> userBrovanQuoteMode{false};
+    std::atomic<bool> boardNewRules{false};
+    std::atomic<bool> newBondsAuth{false};
+    std::atomic<bool> dataCenterBrovanQuoteMode{false};
+    std::atomic<int> clientType{Answers::kNoClientType};
+    std::atomic<int> newLoanFactor{1};
+
+    std::mutex mutex; // guards what follows
+    std::set<std::string> modules;
+    std::string ownIndexMarket = kOwnIndexMarket;
 };
 
-template <class Value>
-void set(Value AnswerSheet::*answer, const Value& value)
+CurrentAnswers& current()
 {
-    CurrentAnswers::instance().with([&](AnswerSheet& sheet) { sheet.*answer = value; });
+    return CurrentAnswers::instance();
 }
 
-template <class Value>
-Value get(Value AnswerSheet::*answer)
+bool userAnswer(const std::atomic<bool>& answer)
 {
-    return CurrentAnswers::instance().with([&](const AnswerSheet& sheet) { return sheet.*answer; });
-}
-
-bool userAnswer(bool AnswerSheet::*answer)
-{
-    return CurrentAnswers::instance().with([&](const AnswerSheet& sheet) { return sheet.signedIn && sheet.*answer; });
+    return current().signedIn && answer;
 }
 
 } // namespace
 
 void Answers::setSignedIn(bool signedIn)
 {
-    set(&AnswerSheet::signedIn, signedIn);
+    current().signedIn = signedIn;
 }
 
 void Answers::setUserBrovanQuoteMode(bool on)
 {
-    set(&AnswerSheet::userBrovanQuoteMode, on);
+    current().userBrovanQuoteMode = on;
 }
 
 void Answers::setBoardNewRules(bool on)
 {
-    set(&AnswerSheet::boardNewRules, on);
+    current().boardNewRules = on;
 }
 
 void Answers::setNewBondsAuth(bool on)
 {
-    set(&AnswerSheet::newBondsAuth, on);
+    current().newBondsAuth = on;
 }
 
 void Answers::setDataCenterBrovanQuoteMode(bool on)
 {
-    set(&AnswerSheet::dataCenterBrovanQuoteMode, on);
+    current().dataCenterBrovanQuoteMode = on;
 }
 
 void Answers::setClientType(int type)
 {
-    set(&AnswerSheet::clientType, type);
+    current().clientType = type;
 }
 
 void Answers::setModule(const std::string& name, bool entitled)
 {
-    CurrentAnswers::instance().with([&](AnswerSheet& sheet) {
-        if (entitled)
-            sheet.modules.insert(name);
-        else
-            sheet.modules.erase(name);
-    });
+    const std::lock_guard lock(current().mutex);
+    if (entitled)
+        current().modules.insert(name);
+    else
+        current().modules.erase(name);
 }
 
 void Answers::setOwnIndexMarket(const std::string& market)
 {
-    set(&AnswerSheet::ownIndexMarket, market);
+    const std::lock_guard lock(current().mutex);
+    current().ownIndexMarket = market;
+}
+
+void Answers::setNewLoanFactor(int factor)
+{
+    current().newLoanFactor = factor;
+}
+
+int newLoanFactor()
+{
+    return current().newLoanFactor.load(std::memory_order_relaxed);
 }
 
 void resetAnswers()
 {
-    CurrentAnswers::instance().with([](AnswerSheet& sheet) { sheet = AnswerSheet(); });
+    current().reset();
 }
 
 } // namespace standin
@@ -121,12 +130,13 @@ namespace se {
 
 bool DataCenter::isBrovanQuoteMode()
 {
-    return standin::get(&standin::AnswerSheet::dataCenterBrovanQuoteMode);
+    return standin::current().dataCenterBrovanQuoteMode;
 }
 
 bool isCICCIndex(const std::string& market)
 {
-    return market == standin::get(&standin::AnswerSheet::ownIndexMarket);
+    const std::lock_guard lock(standin::current().mutex);
+    return market == standin::current().ownIndexMarket;
 }
 
 } // namespace se
@@ -135,28 +145,28 @@ namespace TC {
 
 bool CUserConfig::isBrovanQuoteMode() const
 {
-    return standin::userAnswer(&standin::AnswerSheet::userBrovanQuoteMode);
+    return standin::userAnswer(standin::current().userBrovanQuoteMode);
 }
 
 bool CUserConfig::isBoardNewRules() const
 {
-    return standin::userAnswer(&standin::AnswerSheet::boardNewRules);
+    return standin::userAnswer(standin::current().boardNewRules);
 }
 
 bool CUserConfig::hasNewBondsAuth() const
 {
-    return standin::userAnswer(&standin::AnswerSheet::newBondsAuth);
+    return standin::userAnswer(standin::current().newBondsAuth);
 }
 
 CUserConfig* getUserConfig()
 {
     static CUserConfig config;
-    return standin::get(&standin::AnswerSheet::signedIn) ? &config : nullptr;
+    return standin::current().signedIn ? &config : nullptr;
 }
 
 bool CAppConfig::isClientType(EClientType type)
 {
-    return type == standin::get(&standin::AnswerSheet::clientType);
+    return type == standin::current().clientType;
 }
 
 } // namespace TC
@@ -165,8 +175,8 @@ namespace luawrapper {
 
 bool LuaModuleCtrl::checkModule(const std::string& name)
 {
-    return standin::CurrentAnswers::instance().with(
-        [&](const standin::AnswerSheet& sheet) { return sheet.modules.contains(name); });
+    const std::lock_guard lock(standin::current().mutex);
+    return standin::current().modules.contains(name);
 }
 
 } // namespace luawrapper

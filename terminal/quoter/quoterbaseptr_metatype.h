@@ -4,6 +4,6 @@
 
 #include <QMetaType>
 
-// For signals that carry a record from thread to thread. The terminal registers the type under this name at
-// start-up, before the first queued connection.
+// For signals that carry a record from thread to thread. Who connects such a signal registers the type under this
+// name first.
 Q_DECLARE_METATYPE(quoter::QuoterBasePtr)
