@@ -64,7 +64,7 @@ __int64 CModelDepthTransaction::targetOfQuote(int quote) const
         return current.volume;
     const quoter::QuoterDepthData& previous = *m_quotes.at(quote - 1);
     const bool countsAnew =
-        (m_isType277 || m_isType10006) && !isAfterHours(previous.tradeStatus) && isAfterHours(current.tradeStatus);
+        (m_isType277 || m_isType10006) && entersAfterHours(previous.tradeStatus, current.tradeStatus);
     return countsAnew ? current.volume : difference64(current.volume, previous.volume);
 }
 

@@ -6,11 +6,11 @@
 #include "indexui/tessimodel/detail/markets.h"
 #include "indexui/tessimodel/detail/numbers.h"
 #include "indexui/tessimodel/detail/request.h"
+#include "indexui/tessimodel/detail/stocktype.h"
 #include "indexui/tessimodel/detail/tradingphase.h"
 #include "IndexUtils/instrumentdetails.h"
 #include "quoter/quoteralldata.h"
 #include "quoter/quoterdepthdata.h"
-#include "ztservice/stocktypecenter.h"
 
 #include <fmt/format.h>
 
@@ -19,11 +19,6 @@ namespace TC {
 using namespace detail;
 
 namespace {
-
-constexpr int kTypeAfterHours = 277;
-constexpr int kTypeAfterHoursSz = 10006;
-
-constexpr int kAuctionTradingClosed = 15;
 
 // The two snapshot types share the names of the fields, not their layout.
 template <class Snapshot>
@@ -150,15 +145,14 @@ void CModelTransaction::classify()
 
     const std::string& market = m_stock->market;
     const std::string& code = m_stock->code;
-    const auto types = utils::CSingletonT<ztservice::StockTypeCenter>::instance();
-    m_afterHoursType = types->isTypedStock(kTypeAfterHours, market, code);
+    m_afterHoursType = hasAfterHoursType(*m_stock);
     // The market is the literal: a code is looked up as Shenzhen's wherever the instrument is traded.
-    m_afterHoursTypeSz = types->isTypedStock(kTypeAfterHoursSz, "SZ", code);
+    m_afterHoursTypeSz = isOfType(kTypeAfterHoursSz, "SZ", code);
     m_isMainland = isMainlandMarket(market);
     const auto links = utils::CSingletonT<CStockManager>::instance();
     m_isHgt = isShanghaiConnectMarket(market) || links->hasHGT(market, code);
     m_isSgt = isShenzhenConnectMarket(market) || links->hasSGT(market, code);
-    m_isHkMarket = market == "HK";
+    m_isHkMarket = isHongKongMarket(market);
 }
 
 void CModelTransaction::initStockParams()
@@ -204,7 +198,7 @@ bool CModelTransaction::isAfterHoursNoise(int tradeStatus) const
 {
     if (!m_isMainland)
         return false;
-    if (m_inAfterHours && tradeStatus == kAuctionTradingClosed)
+    if (m_inAfterHours && tradeStatus == kStatusAuctionClosed)
         return true;
     return !m_afterHoursType && !m_afterHoursTypeSz && isAfterHours(tradeStatus);
 }
@@ -212,7 +206,7 @@ bool CModelTransaction::isAfterHoursNoise(int tradeStatus) const
 bool CModelTransaction::entersAfterHours(const TransData& row, const TransData& last) const
 {
     const bool hasPhase = m_afterHoursType || m_afterHoursTypeSz;
-    return hasPhase && !m_inAfterHours && !isAfterHours(last.tradeStatus) && isAfterHours(row.tradeStatus);
+    return hasPhase && !m_inAfterHours && detail::entersAfterHours(last.tradeStatus, row.tradeStatus);
 }
 
 } // namespace TC

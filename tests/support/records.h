@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Formula/metacachedatawrapper.h"
+#include "quoter/brovanquoteralldata.h"
 #include "quoter/levelorderdata.h"
 #include "quoter/orderdata.h"
 #include "quoter/quoteralldata.h"
@@ -49,6 +50,23 @@ public:
     Snapshot& alternativeLast(double price) { return m_record->lastPriceAlt = price, *this; }
     Snapshot& volume(__int64 volume) { return m_record->volume = volume, *this; }
     Snapshot& status(int status) { return m_record->tradeStatus = status, *this; }
+    Snapshot& open(double price) { return m_record->open = price, *this; }
+    Snapshot& high(double price) { return m_record->high = price, *this; }
+    Snapshot& low(double price) { return m_record->low = price, *this; }
+    Snapshot& lastClose(double price) { return m_record->lastClose = price, *this; }
+    Snapshot& amount(double amount) { return m_record->amount = amount, *this; }
+    Snapshot& settlement(double price) { return m_record->settlementPrice = price, *this; }
+    Snapshot& lastSettlement(double price) { return m_record->lastSettlementPrice = price, *this; }
+    Snapshot& iopv(double value) { return m_record->iopv = value, *this; }
+
+    // Of the broker's snapshots only.
+    Snapshot& limits(double up, double down)
+    {
+        m_record->upStopPrice = up;
+        m_record->downStopPrice = down;
+        return *this;
+    }
+
     Snapshot& bid(double price, __int64 volume = 1)
     {
         return set(m_record->bidPrice, m_record->bidVolume, {{price, volume}});
@@ -96,6 +114,12 @@ inline Snapshot<quoter::QuoterAllData> level1(const std::string& clock = "09:30:
 inline Snapshot<quoter::QuoterDepthData> level2(const std::string& clock = "09:30:00")
 {
     return Snapshot<quoter::QuoterDepthData>(clock);
+}
+
+// A level-1 snapshot in the broker's quote mode.
+inline Snapshot<zolv::BrovanQuoterAllData> brokerLevel1(const std::string& clock = "09:30:00")
+{
+    return Snapshot<zolv::BrovanQuoterAllData>(clock);
 }
 
 // A limit order by its seq; a buy of 100 shares at 0 unless said otherwise.

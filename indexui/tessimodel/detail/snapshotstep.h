@@ -44,7 +44,7 @@ void takeLiveStep(Model& model, const DepthPtr& last, DayVolume dayVolume)
         return;
     if (last->tradeStatus == kStatusAfterHoursClosed) {
         model.m_quoterLastVolume = model.m_afterHoursVolume;
-    } else if (isAfterHours(last->tradeStatus) && model.m_quoter && !isAfterHours(model.m_quoter->tradeStatus)) {
+    } else if (model.m_quoter && entersAfterHours(model.m_quoter->tradeStatus, last->tradeStatus)) {
         model.m_afterHoursVolume = model.m_quoterLastVolume;
         model.m_quoterLastVolume = low32(dayVolume(last));
     }

@@ -73,7 +73,7 @@ std::optional<int> latestStep(const RecordList& records, const std::shared_ptr<S
         if (!snapshot)
             continue;
         const int status = snapshot->tradeStatus;
-        if (rules.hasAfterHours && isAfterHours(last->tradeStatus) && !isAfterHours(status))
+        if (rules.hasAfterHours && entersAfterHours(status, last->tradeStatus))
             return low32(volume);
         if (!rules.hasAfterHours && isAfterHoursPhase(status))
             continue;

@@ -25,9 +25,26 @@ struct Steps {
     }
 };
 
-// The step with fewer records in its batch.
+// The step with fewer records, which stand in it or in its batch.
 template <class Step>
-rc::Seq<Step> withFewerRecords(const Step& step)
+rc::Seq<Step> withFewerRecords(const Step& step) requires requires
+{
+    step.records;
+}
+{
+    using Records = decltype(step.records);
+    return rc::seq::map(rc::shrink::removeChunks(step.records), [step](Records&& fewer) {
+        Step smaller = step;
+        smaller.records = std::move(fewer);
+        return smaller;
+    });
+}
+
+template <class Step>
+rc::Seq<Step> withFewerRecords(const Step& step) requires requires
+{
+    step.batch;
+}
 {
     if (!step.batch || step.batch->records.empty())
         return {};
@@ -51,7 +68,7 @@ rc::Gen<Steps<Step>> shrinkingSteps(std::vector<Step> (*make)(unsigned long long
                 return Steps<Step>{seed, std::move(others)};
             };
             auto shorter = rc::seq::map(rc::shrink::removeChunks(steps.all), with);
-            if constexpr (requires(const Step& step) { step.batch; })
+            if constexpr (requires(const Step& step) { withFewerRecords(step); })
                 return rc::seq::concat(std::move(shorter),
                                        rc::seq::map(rc::shrink::eachElement(steps.all, &withFewerRecords<Step>), with));
             else

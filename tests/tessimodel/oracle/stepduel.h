@@ -11,8 +11,9 @@
 
 namespace tests::oracle {
 
-// Plays steps on what is tested and on its naive counterpart side by side.
-template <class Step>
+// Plays steps on what is tested and on its naive counterpart side by side. Both write their state as `State`, which is
+// written in full where it differs.
+template <class Step, class State = Lines>
 class StepDuel {
 public:
     virtual ~StepDuel() = default;
@@ -27,7 +28,7 @@ public:
 
 protected:
     virtual void apply(const Step& step) = 0;
-    virtual void write(Lines& expected, Lines& real) const = 0;
+    virtual void write(State& expected, State& real) const = 0;
 
     // What comes behind the last step, and what differs then. It comes after a difference too.
     virtual std::string end() { return ""; }
@@ -46,8 +47,8 @@ private:
         write(m_expectedLines, m_realLines);
         if (m_expectedLines == m_realLines)
             return "";
-        Lines expected(true);
-        Lines real(true);
+        State expected(true);
+        State real(true);
         write(expected, real);
         return firstDifferences(expected, real);
     }
@@ -64,8 +65,8 @@ private:
         return found;
     }
 
-    Lines m_expectedLines;
-    Lines m_realLines;
+    State m_expectedLines;
+    State m_realLines;
 };
 
 // Plays streams of the steps that `make` gives for a seed, each on a duel of its own. What `newDuel` draws comes before
