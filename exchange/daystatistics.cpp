@@ -5,10 +5,10 @@
 
 namespace exchange {
 
-void ActiveVolume::add(Shares traded, __int64 amountInTicks)
+void ActiveVolume::add(Shares traded, __int64 amountInTicks, TickSize tick)
 {
-    const auto reaches = [traded, amountInTicks](Shares shares, __int64 yuan) {
-        return traded >= shares || amountInTicks >= yuan * kTicksPerYuan;
+    const auto reaches = [traded, amountInTicks, tick](Shares shares, __int64 yuan) {
+        return traded >= shares || amountInTicks >= yuan * tick.perUnit;
     };
     ++orders;
     if (reaches(500'000, 1'000'000))
@@ -21,7 +21,7 @@ void ActiveVolume::add(Shares traded, __int64 amountInTicks)
         small += traded;
 }
 
-void DayStatistics::add(const std::vector<Fill>& fills)
+void DayStatistics::add(const std::vector<Fill>& fills, TickSize tick)
 {
     struct Aggressor {
         Side side = Side::Buy;
@@ -44,7 +44,12 @@ void DayStatistics::add(const std::vector<Fill>& fills)
         aggressor.amountInTicks += fill.price * fill.volume;
     }
     for (const auto& [seq, aggressor] : aggressors)
-        (aggressor.side == Side::Buy ? buys : sells).add(aggressor.volume, aggressor.amountInTicks);
+        (aggressor.side == Side::Buy ? buys : sells).add(aggressor.volume, aggressor.amountInTicks, tick);
+}
+
+Ticks DayStatistics::averagePrice() const
+{
+    return volume == 0 ? 0 : averageOf(amountInTicks, volume);
 }
 
 } // namespace exchange

@@ -20,7 +20,7 @@ struct ActiveVolume {
     Shares middle = 0;
     Shares small = 0;
 
-    void add(Shares traded, __int64 amountInTicks);
+    void add(Shares traded, __int64 amountInTicks, TickSize tick = {});
     friend bool operator==(const ActiveVolume&, const ActiveVolume&) = default;
 };
 
@@ -37,7 +37,10 @@ struct DayStatistics {
 
     // All fills of one order on its arrival, or all of one auction. An order is the aggressor in one such batch only:
     // whatever rests afterwards is older than all that it can still meet.
-    void add(const std::vector<Fill>& fills);
+    void add(const std::vector<Fill>& fills, TickSize tick = {});
+
+    // Of all trades, rounded to the tick, half a tick up; 0 before the first trade.
+    Ticks averagePrice() const;
 
     // What a call auction's price is to stay near to: the newest trade's price, before the first trade the last close.
     Ticks reference(Ticks lastClose) const { return volume > 0 ? last : lastClose; }

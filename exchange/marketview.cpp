@@ -25,7 +25,7 @@ SideView viewOf(const Levels& levels)
     if (levels.empty())
         return view;
 
-    view.averagePrice = static_cast<Ticks>((2 * amountInTicks + view.total) / (2 * view.total));
+    view.averagePrice = averageOf(amountInTicks, view.total);
     const Level& best = levels.begin()->second;
     view.queuePrice = best.price;
     for (const RestingOrder& order : best.orders) {

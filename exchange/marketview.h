@@ -39,6 +39,17 @@ struct SideView {
     friend bool operator==(const SideView&, const SideView&) = default;
 };
 
+// What snapshots of some classes of instruments say beside the trades and the book; 0 of all others.
+struct ClassFigures {
+    static constexpr int kIopvPerUnit = 10'000;
+
+    __int64 openInterest = 0; // contracts
+    Ticks settlement = 0;     // of the day, once it is known
+    __int64 iopv = 0;         // in 10,000ths of the currency unit
+
+    friend bool operator==(const ClassFigures&, const ClassFigures&) = default;
+};
+
 // All that the exchange shows of the market at one instant.
 //
 // In continuous trading, in the breaks and after the close it shows the book as it is. A running call auction
@@ -51,6 +62,7 @@ struct MarketView {
 
     Phase phase = Phase::BeforeOpen;
     DayStatistics statistics;
+    ClassFigures figures;
     SideView bid;
     SideView ask;
 

@@ -10,11 +10,17 @@ namespace exchange {
 using Ticks = int;
 using Shares = __int64;
 
-constexpr int kTicksPerYuan = 100; // a stock's tick is 0.01 yuan
+// How prices step: so many ticks make one unit of the instrument's currency. A price is the double next to it.
+struct TickSize {
+    int perUnit = 100; // a stock's tick is 0.01 yuan
 
-constexpr double yuan(Ticks price)
+    constexpr double price(Ticks ticks) const { return static_cast<double>(ticks) / perUnit; }
+};
+
+// An amount in ticks over the shares that it is the price of, rounded to the tick, half a tick up.
+constexpr Ticks averageOf(__int64 amountInTicks, Shares shares)
 {
-    return static_cast<double>(price) / kTicksPerYuan;
+    return static_cast<Ticks>((2 * amountInTicks + shares) / (2 * shares));
 }
 
 // The values are those of a record's bsFlag and tradeFlag.
@@ -41,14 +47,17 @@ enum class OrderKind {
     OtherBest = 7                // a limit order at the other side's best price
 };
 
-// The prices of a day: last close, and the limits 10% below and above it, both allowed.
+// The prices of a day: last close, and the limits below and above it, both allowed.
 struct PriceBand {
     Ticks lastClose = 0;
     Ticks low = 0;
     Ticks high = 0;
 
     // Limits are rounded to the tick, half a tick up.
-    static constexpr PriceBand around(Ticks close) { return {close, (close * 9 + 5) / 10, (close * 11 + 5) / 10}; }
+    static constexpr PriceBand around(Ticks close, int percent = 10)
+    {
+        return {close, (close * (100 - percent) + 50) / 100, (close * (100 + percent) + 50) / 100};
+    }
 
     constexpr bool holds(Ticks price) const { return low <= price && price <= high; }
     constexpr Ticks clamp(Ticks price) const { return std::clamp(price, low, high); }

@@ -1,7 +1,9 @@
 #include "exchange/orderflow.h"
 
 #include "exchange/daycharacter.h"
+#include "exchange/instrumentclass.h"
 #include "exchange/orderbook.h"
+#include "exchange/ordersize.h"
 #include "exchange/simulationoptions.h"
 
 #include <algorithm>
@@ -25,10 +27,6 @@ constexpr int kSideAtMost = 250;
 constexpr int kTakersPerTick = 15;
 constexpr int kTakersAtMost = 200;
 
-constexpr int kSizeSpread = 520; // log-normal, in 256ths of a doubling
-constexpr Shares kHand = 100;
-constexpr Shares kMostHands = 10'000; // the exchange takes a million shares in one order
-
 int wholeRoot(__int64 number)
 {
     __int64 root = 0;
@@ -48,10 +46,12 @@ int stepFor(const PriceBand& band, const DayCharacter& day)
 
 } // namespace
 
-OrderFlow::OrderFlow(const SimulationOptions& options, const DayCharacter& day, const PriceBand& band,
-                     const Random& random)
+OrderFlow::OrderFlow(const SimulationOptions& options, const InstrumentClass& row, const DayCharacter& day,
+                     const PriceBand& band, const Random& random)
     : m_band(band)
     , m_random(random)
+    , m_lot(row.lot)
+    , m_hasOddLots(row.hasOddLots)
     , m_medianHands(options.medianHands)
     , m_marketOrdersPerMille(options.marketOrdersPerMille)
     , m_takersPerMille(day.takers)
@@ -178,14 +178,20 @@ Ticks OrderFlow::roundAway(Side side, Ticks price)
 
 Shares OrderFlow::drawVolume(Side side)
 {
-    Shares hands = std::clamp(m_random.logNormal(m_medianHands, kSizeSpread), 1LL, kMostHands);
+    Shares lots = drawLots(m_random, m_medianHands);
     if (m_random.chance(kRoundSizes)) {
-        const Shares step = hands >= 100 ? 100 : hands >= 10 ? 10 : 1;
-        hands = hands / step * step;
+        const Shares step = lots >= 100 ? 100 : lots >= 10 ? 10 : 1;
+        lots = lots / step * step;
     }
     // Only what a holder has left over may be an odd lot, and only sold.
-    const Shares odd = side == Side::Sell && m_random.chance(kOddLots) ? 1 + m_random.below(99) : 0;
-    return std::min(hands * kHand + odd, kMostHands * kHand);
+    const bool mayBeOdd = m_hasOddLots && side == Side::Sell;
+    const Shares odd = mayBeOdd && m_random.chance(kOddLots) ? 1 + m_random.below(static_cast<int>(m_lot) - 1) : 0;
+    return std::min(lots * m_lot + odd, kMostLots * m_lot);
+}
+
+__int64 OrderFlow::value(TickSize tick, int perUnit) const
+{
+    return static_cast<__int64>(m_value) * perUnit / (static_cast<__int64>(kValueUnit) * tick.perUnit);
 }
 
 } // namespace exchange

@@ -1,17 +1,16 @@
 #include "exchange/publisher.h"
 
+#include "exchange/instrumentclass.h"
+#include "exchange/narrow.h"
 #include "quoter/levelorderdata.h"
 #include "quoter/levelthousanddata.h"
-#include "quoter/orderdata.h"
 #include "quoter/quoteralldata.h"
 #include "quoter/quoterdepthdata.h"
 #include "quoter/transactioncount.h"
-#include "quoter/transactiondata.h"
 #include "recording/recordedday.h"
 
+#include <algorithm>
 #include <iterator>
-#include <stdexcept>
-#include <string>
 #include <utility>
 
 namespace exchange {
@@ -20,24 +19,14 @@ using recording::Stream;
 
 namespace {
 
-constexpr int kTrade = 0;
-
-// Sequence numbers of trades and the numbers of queues and thousand-level snapshots have 32 bits.
-template <class Number>
-int narrow(Number number)
-{
-    if (!std::in_range<int>(number))
-        throw std::overflow_error(std::to_string(number) + " does not fit a record's field of 32 bits");
-    return static_cast<int>(number);
-}
-
-void copyLevels(const SideView& side, std::vector<double>& prices, std::vector<int>& volumes, std::vector<int>& numbers)
+void copyLevels(const SideView& side, TickSize tick, std::vector<double>& prices, std::vector<int>& volumes,
+                std::vector<int>& numbers)
 {
     prices.reserve(side.all.size());
     volumes.reserve(side.all.size());
     numbers.reserve(side.all.size());
     for (const SideView::FullLevel& level : side.all) {
-        prices.push_back(yuan(level.price));
+        prices.push_back(tick.price(level.price));
         volumes.push_back(narrow(level.volume));
         numbers.push_back(narrow(level.orders));
     }
@@ -45,11 +34,24 @@ void copyLevels(const SideView& side, std::vector<double>& prices, std::vector<i
 
 } // namespace
 
-Publisher::Publisher(std::vector<recording::Event>& events, __int64 midnight, Ticks lastClose)
+Publisher::Publisher(std::vector<recording::Event>& events, __int64 midnight, const InstrumentClass& instrument,
+                     Ticks lastClose, Ticks previousSettlement)
     : m_events(events)
     , m_midnight(midnight)
+    , m_class(instrument)
     , m_lastClose(lastClose)
+    , m_previousSettlement(previousSettlement)
 {}
+
+bool Publisher::has(Stream stream) const
+{
+    return std::find(m_class.streams.begin(), m_class.streams.end(), stream) != m_class.streams.end();
+}
+
+double Publisher::price(Ticks ticks) const
+{
+    return m_class.tick.price(ticks);
+}
 
 template <class Record>
 Record& Publisher::append(Stream stream, DayTime time)
@@ -61,47 +63,22 @@ Record& Publisher::append(Stream stream, DayTime time)
     return result;
 }
 
-void Publisher::order(DayTime time, const Order& order)
-{
-    auto& record = append<quoter::OrderData>(Stream::Orders, time);
-    record.price = order.kind == OrderKind::Limit ? yuan(order.price) : 0;
-    record.volume = order.volume;
-    record.seq = narrow(order.seq);
-    record.orderKind = static_cast<int>(order.kind);
-    record.bsFlag = static_cast<int>(order.side);
-}
-
-void Publisher::trades(DayTime time, const std::vector<Fill>& fills)
-{
-    for (const Fill& fill : fills) {
-        auto& record = append<quoter::TransactionData>(Stream::Trades, time);
-        record.price = yuan(fill.price);
-        record.volume = fill.volume;
-        record.buySeq = narrow(fill.buySeq);
-        record.sellSeq = narrow(fill.sellSeq);
-        record.tradeFlag = static_cast<int>(fill.aggressor());
-        record.transKind = kTrade;
-    }
-}
-
-void Publisher::cancel(DayTime time, Side side, __int64 seq, Shares remainder)
-{
-    auto& record = append<quoter::TransactionData>(Stream::Trades, time);
-    record.volume = remainder;
-    (side == Side::Buy ? record.buySeq : record.sellSeq) = narrow(seq);
-    record.transKind = quoter::kTransKindCancel;
-}
-
 void Publisher::snapshot(DayTime time, const MarketView& view)
 {
     if (m_lastView == view)
         return;
-    appendQuote<quoter::QuoterAllData>(Stream::Quotes, time, view);
-    appendQuote<quoter::QuoterDepthData>(Stream::Snapshots, time, view);
-    appendQueues(time, view);
-    appendThousand(time, view);
-    appendCounts(time, view.statistics);
-    appendAux(time, view);
+    if (has(Stream::Quotes))
+        appendQuote<quoter::QuoterAllData>(Stream::Quotes, time, view);
+    if (has(Stream::Snapshots))
+        appendQuote<quoter::QuoterDepthData>(Stream::Snapshots, time, view);
+    if (has(Stream::Queues))
+        appendQueues(time, view);
+    if (has(Stream::Thousand))
+        appendThousand(time, view);
+    if (has(Stream::Counts))
+        appendCounts(time, view.statistics);
+    if (has(Stream::Aux))
+        appendAux(time, view);
     m_lastView = view;
 }
 
@@ -110,20 +87,24 @@ void Publisher::appendQuote(Stream stream, DayTime time, const MarketView& view)
 {
     auto& record = append<Snapshot>(stream, time);
     const DayStatistics& statistics = view.statistics;
-    record.lastPrice = yuan(statistics.last);
-    record.open = yuan(statistics.open);
-    record.high = yuan(statistics.high);
-    record.low = yuan(statistics.low);
-    record.lastClose = yuan(m_lastClose);
+    record.lastPrice = price(statistics.last);
+    record.open = price(statistics.open);
+    record.high = price(statistics.high);
+    record.low = price(statistics.low);
+    record.lastClose = price(m_lastClose);
     record.volume = statistics.volume;
-    record.amount = static_cast<double>(statistics.amountInTicks) / kTicksPerYuan;
-    record.tradeStatus = static_cast<int>(view.phase);
+    record.amount = static_cast<double>(statistics.amountInTicks) * m_class.contractSize / m_class.tick.perUnit;
+    record.tradeStatus = m_class.settles ? narrow(view.figures.openInterest) : static_cast<int>(view.phase);
+    record.lastSettlementPrice = price(m_previousSettlement);
+    record.settlementPrice = price(view.figures.settlement);
+    record.iopv = static_cast<double>(view.figures.iopv) / ClassFigures::kIopvPerUnit;
+    record.lastPriceAlt = m_class.hasAveragePrice ? price(statistics.averagePrice()) : 0;
     if constexpr (requires { record.rawVolume; })
         record.rawVolume = statistics.volume;
     for (std::size_t i = 0; i < std::size(record.askPrice); ++i) {
-        record.askPrice[i] = yuan(view.ask.shown[i].price);
+        record.askPrice[i] = price(view.ask.shown[i].price);
         record.askVolume[i] = view.ask.shown[i].volume;
-        record.bidPrice[i] = yuan(view.bid.shown[i].price);
+        record.bidPrice[i] = price(view.bid.shown[i].price);
         record.bidVolume[i] = view.bid.shown[i].volume;
     }
 }
@@ -131,8 +112,8 @@ void Publisher::appendQuote(Stream stream, DayTime time, const MarketView& view)
 void Publisher::appendQueues(DayTime time, const MarketView& view)
 {
     auto& record = append<quoter::LevelOrderData>(Stream::Queues, time);
-    record.bidPrice = yuan(view.bid.queuePrice);
-    record.askPrice = yuan(view.ask.queuePrice);
+    record.bidPrice = price(view.bid.queuePrice);
+    record.askPrice = price(view.ask.queuePrice);
     for (const Shares volume : view.bid.queue)
         record.bidQueue.push_back(narrow(volume));
     for (const Shares volume : view.ask.queue)
@@ -142,8 +123,8 @@ void Publisher::appendQueues(DayTime time, const MarketView& view)
 void Publisher::appendThousand(DayTime time, const MarketView& view)
 {
     auto& record = append<quoter::LevelThousandData>(Stream::Thousand, time);
-    copyLevels(view.bid, record.bidPrices, record.bidVolumes, record.bidNumbers);
-    copyLevels(view.ask, record.askPrices, record.askVolumes, record.askNumbers);
+    copyLevels(view.bid, m_class.tick, record.bidPrices, record.bidVolumes, record.bidNumbers);
+    copyLevels(view.ask, m_class.tick, record.askPrices, record.askVolumes, record.askNumbers);
 }
 
 void Publisher::appendCounts(DayTime time, const DayStatistics& statistics)
@@ -165,9 +146,9 @@ void Publisher::appendAux(DayTime time, const MarketView& view)
 {
     auto aux = std::make_shared<quoter::QuoteAux>();
     aux->timetag = m_midnight + time;
-    aux->bidAveragePrice = yuan(view.bid.averagePrice);
+    aux->bidAveragePrice = price(view.bid.averagePrice);
     aux->totalBidVolume = view.bid.total;
-    aux->askAveragePrice = yuan(view.ask.averagePrice);
+    aux->askAveragePrice = price(view.ask.averagePrice);
     aux->totalAskVolume = view.ask.total;
     m_events.push_back({Stream::Aux, nullptr, std::move(aux)});
 }

@@ -14,26 +14,21 @@ enum class Stream;
 
 namespace exchange {
 
-// Writes what happens on the exchange as records, in the order in which it is called: each call appends to `events`,
-// which outlives the publisher. Prices in yuan, volumes in shares, times in milliseconds since the epoch.
+struct InstrumentClass;
+
+// Writes the market's instants as records of the snapshot streams that the class of the instrument has, in the order in
+// which it is called: each call appends to `events`, which outlives the publisher. Prices in currency, volumes in
+// shares or contracts, times in milliseconds since the epoch.
 //
 // Throws std::overflow_error when a number does not fit the record's field.
 class Publisher {
 public:
-    // `midnight` of the trading day in milliseconds since the epoch.
-    Publisher(std::vector<recording::Event>& events, __int64 midnight, Ticks lastClose);
+    // `midnight` of the trading day in milliseconds since the epoch; `previousSettlement` is 0 for classes without.
+    Publisher(std::vector<recording::Event>& events, __int64 midnight, const InstrumentClass& instrument,
+              Ticks lastClose, Ticks previousSettlement);
 
-    // One order. Kinds without a price of their own carry price 0.
-    void order(DayTime time, const Order& order);
-
-    // One trade for each fill, marked with the aggressor's side.
-    void trades(DayTime time, const std::vector<Fill>& fills);
-
-    // One cancel in the trade stream: price 0, one sequence number, and the whole remainder.
-    void cancel(DayTime time, Side side, __int64 seq, Shares remainder);
-
-    // The instant in all six snapshot streams: level 1, level 2, queues, thousand levels, counts, aux. Nothing when the
-    // view is the one that was published last.
+    // The instant in all snapshot streams, in this order: level 1, level 2, queues, thousand levels, counts, aux.
+    // Nothing when the view is the one that was published last.
     void snapshot(DayTime time, const MarketView& view);
 
 private:
@@ -46,10 +41,14 @@ private:
     void appendThousand(DayTime time, const MarketView& view);
     void appendCounts(DayTime time, const DayStatistics& statistics);
     void appendAux(DayTime time, const MarketView& view);
+    bool has(recording::Stream stream) const;
+    double price(Ticks ticks) const;
 
     std::vector<recording::Event>& m_events;
     __int64 m_midnight;
+    const InstrumentClass& m_class;
     Ticks m_lastClose;
+    Ticks m_previousSettlement;
     std::optional<MarketView> m_lastView;
 };
 

@@ -14,10 +14,10 @@ namespace exchange {
 // the caller's thread, the last time with both equal.
 using SimulationProgress = std::function<void(int doneMs, int totalMs)>;
 
-// Simulates one Shenzhen stock's trading day, with all eight streams.
+// Simulates one instrument's trading day, with the streams of its class.
 //
 // An order flow sends orders and cancels to a matching engine; what the engine answers is published as the exchange
-// does it:
+// does it, here a Shenzhen stock's:
 //   - orders and trades share one sequence, which runs through the records in the order of the events, with gaps
 //     for the other stocks of the channel. An order comes before the trades that it causes, and what its kind does
 //     not let rest is cancelled right after them. In each trade the aggressor has the larger number.
@@ -31,6 +31,7 @@ using SimulationProgress = std::function<void(int doneMs, int totalMs)>;
 //   - a thousand-level snapshot has 1,000 levels a side at most. Between the last close and a limit there are as many
 //     prices as a tenth of it has ticks: a stock of 42.50 has some 300 levels a side, one of 500.00 up to 1,000, and
 //     how often on both sides at once depends on where its price goes.
+// What other classes do differently stands with them: in InstrumentClass, TickFeed, AfterHours and ClassFigures.
 // Records never go back in time, across all streams.
 //
 // The same options give the same bytes on every machine. Throws std::invalid_argument for options out of range.

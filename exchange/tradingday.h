@@ -4,12 +4,18 @@
 
 #include <array>
 
-// The clock of a Shenzhen trading day. Times of day are milliseconds since midnight at UTC+8.
+// The clock of a trading day: a Shenzhen stock's, by which all instruments of the simulator trade. Times of day are
+// milliseconds since midnight at UTC+8.
 //
 //     09:15        09:20        09:25    09:30       11:30   13:00       14:57          15:00
 //       | opening call auction   | break | continuous | break | continuous | closing auction |
 //       | orders,    | orders    |       | orders,    |       | orders,    | orders only     |
 //       | cancels    | only      |       | cancels    |       | cancels    |                 |
+//
+// What comes behind the close depends on the instrument:
+//
+//     15:00    15:05                      15:30        15:00           15:10
+//       | closed | fixed-price trading      | closed     | closed        | the settlement price is known
 namespace exchange {
 
 using DayTime = int;
@@ -29,7 +35,12 @@ constexpr DayTime kAfternoon = clockTime(13, 0);
 constexpr DayTime kClosingAuction = clockTime(14, 57);
 constexpr DayTime kClosingUncross = clockTime(15, 0);
 constexpr DayTime kSnapshotStep = clockTime(0, 0, 3);
-constexpr DayTime kLastSnapshot = kClosingUncross + kSnapshotStep;
+constexpr DayTime kAfterHours = clockTime(15, 5);
+constexpr DayTime kAfterHoursEnd = clockTime(15, 30);
+constexpr DayTime kSettlement = clockTime(15, 10);
+
+// What comes behind the close of 15:00.
+enum class AfterClose { None, AfterHours, Settlement };
 
 // The values are those of a snapshot's tradeStatus.
 enum class Phase {
@@ -38,7 +49,9 @@ enum class Phase {
     Continuous = 13,
     Break = 14, // between the opening auction and the morning, and over lunch
     Closed = 15,
-    ClosingAuction = 18
+    ClosingAuction = 18,
+    AfterHours = 22,
+    AfterHoursClosed = 23
 };
 
 constexpr bool isCallAuction(Phase phase)
@@ -47,7 +60,7 @@ constexpr bool isCallAuction(Phase phase)
 }
 
 // The phase from `time` on: a phase holds its first millisecond and not its last.
-constexpr Phase phaseAt(DayTime time)
+constexpr Phase phaseAt(DayTime time, AfterClose afterClose = AfterClose::None)
 {
     if (time < kOpeningAuction)
         return Phase::BeforeOpen;
@@ -57,7 +70,25 @@ constexpr Phase phaseAt(DayTime time)
         return Phase::Break;
     if (time < kClosingAuction)
         return Phase::Continuous;
-    return time < kClosingUncross ? Phase::ClosingAuction : Phase::Closed;
+    if (time < kClosingUncross)
+        return Phase::ClosingAuction;
+    if (time < kAfterHours || afterClose != AfterClose::AfterHours)
+        return Phase::Closed;
+    return time < kAfterHoursEnd ? Phase::AfterHours : Phase::AfterHoursClosed;
+}
+
+// When the day's last snapshot is due.
+constexpr DayTime lastSnapshotOf(AfterClose afterClose)
+{
+    switch (afterClose) {
+    case AfterClose::None:
+        break;
+    case AfterClose::AfterHours:
+        return kAfterHoursEnd;
+    case AfterClose::Settlement:
+        return kSettlement;
+    }
+    return kClosingUncross + kSnapshotStep;
 }
 
 constexpr bool ordersAllowed(DayTime time)

@@ -12,7 +12,7 @@ namespace recording {
 
 namespace {
 
-std::shared_ptr<Subscription> subscriptionFor(const TC::CFormulaParam& param, Stream stream, const RecordedDay& day)
+std::shared_ptr<Subscription> requested(const TC::CFormulaParam& param, Stream stream, const RecordedDay& day)
 {
     auto subscription = std::make_shared<Subscription>();
     subscription->stream = stream;
@@ -21,6 +21,22 @@ std::shared_ptr<Subscription> subscriptionFor(const TC::CFormulaParam& param, St
     subscription->beginTime = param.beginTime.time;
     subscription->endTime = param.endTime.time;
     subscription->staysOpen = param.endTime == quoter::TimeSeq::TIME_LASTED;
+    return subscription;
+}
+
+std::shared_ptr<Subscription> subscriptionFor(const TC::CFormulaParam& param, Stream stream, const RecordedDay& day,
+                                              BatchCallback callback)
+{
+    if (stream == Stream::Aux)
+        throw std::invalid_argument("the stream aux has a subscription of its own");
+    auto subscription = requested(param, stream, day);
+    subscription->deliver = [call = std::move(callback)](int batchKind, const std::vector<Event>& events) {
+        RecordBatch batch;
+        batch.reserve(events.size());
+        for (const Event& event : events)
+            batch.push_back(event.record);
+        call(batchKind, batch);
+    };
     return subscription;
 }
 
@@ -51,25 +67,23 @@ DataLayer::~DataLayer()
 
 int DataLayer::subscribe(const TC::CFormulaParam& param, Stream stream, BatchCallback callback, ShanghaiCancels cancels)
 {
-    if (stream == Stream::Aux)
-        throw std::invalid_argument("the stream aux has a subscription of its own");
-    auto subscription = subscriptionFor(param, stream, m_delivery->day());
+    auto subscription = subscriptionFor(param, stream, m_delivery->day(), std::move(callback));
     const bool areElsewhere = (cancels == ShanghaiCancels::InOrdersOnly && stream == Stream::Trades) ||
                               (cancels == ShanghaiCancels::InTradesOnly && stream == Stream::Orders);
     subscription->leavesOutCancels = areElsewhere && m_delivery->day().instrument.market == "SH";
-    subscription->deliver = [call = std::move(callback)](int batchKind, const std::vector<Event>& events) {
-        RecordBatch batch;
-        batch.reserve(events.size());
-        for (const Event& event : events)
-            batch.push_back(event.record);
-        call(batchKind, batch);
-    };
+    return m_delivery->add(std::move(subscription));
+}
+
+int DataLayer::subscribeWhole(const TC::CFormulaParam& param, Stream stream, BatchCallback callback)
+{
+    auto subscription = subscriptionFor(param, stream, m_delivery->day(), std::move(callback));
+    subscription->takesHistoryWhole = true;
     return m_delivery->add(std::move(subscription));
 }
 
 int DataLayer::subscribeAux(const TC::CFormulaParam& param, AuxCallback callback)
 {
-    auto subscription = subscriptionFor(param, Stream::Aux, m_delivery->day());
+    auto subscription = requested(param, Stream::Aux, m_delivery->day());
     subscription->deliver = [call = std::move(callback)](int batchKind, const std::vector<Event>& events) {
         AuxBatch batch;
         batch.reserve(events.size());

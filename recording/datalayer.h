@@ -63,7 +63,7 @@ struct DeliveryOptions {
     static constexpr double kAsFastAsPossible = std::numeric_limits<double>::infinity();
 
     HistoryPoint history = HistoryPoint::wholeDay();
-    std::size_t pieceSize = 5000;     // most records in one batch of history; 0 counts as 1
+    std::size_t pieceSize = 5000;     // most records in one batch of history; 0 counts as 1; see subscribeWhole
     double speed = kAsFastAsPossible; // live records, in multiples of real time; 0 pauses
     std::function<void()> beforePush; // asked before each live push: returns when the receivers can take it
 };
@@ -94,6 +94,10 @@ public:
     // Returns a number for unsubscribe. `stream` is any but Aux.
     int subscribe(const TC::CFormulaParam& param, Stream stream, BatchCallback callback,
                   ShanghaiCancels cancels = ShanghaiCancels::InBothStreams);
+
+    // The same with all of the history in the one batch of kind 0, however long: for a model that would take kind 3 for
+    // a live push, as the parameter table does.
+    int subscribeWhole(const TC::CFormulaParam& param, Stream stream, BatchCallback callback);
     int subscribeAux(const TC::CFormulaParam& param, AuxCallback callback);
 
     // No callback of the subscription begins after this; from another thread than the data layer's, one that is

@@ -128,6 +128,7 @@ RecordedDay readDay(const fs::path& folder)
     RecordedDay day;
     day.instrument = content.instrument;
     day.tradingDay = content.tradingDay;
+    day.related = content.related;
     for (const StreamFile& file : files)
         day.streams.push_back(file.stream);
     day.events = merge(files);

@@ -15,6 +15,10 @@ public:
         , m_begin(utils::timeToMilliseconds(yyyymmdd / 10000, yyyymmdd / 100 % 100, yyyymmdd % 100, 0, 0, 0))
     {}
 
+    // First and last millisecond of the day, since the epoch.
+    __int64 begin() const { return m_begin; }
+    __int64 last() const { return m_begin + kLength - 1; }
+
     // `timetag` is in milliseconds since the epoch.
     bool contains(__int64 timetag) const { return timetag >= m_begin && timetag < m_begin + kLength; }
 

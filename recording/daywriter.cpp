@@ -113,7 +113,7 @@ StreamText textOf(const RecordedDay& day, Stream stream, const fs::path& file)
     return out;
 }
 
-// Numbers that JSON cannot hold are an error of the day, not of the program.
+// What the file cannot hold is an error of the day, not of the program.
 std::string contentText(const InstrumentFile& content, const fs::path& file)
 {
     try {
@@ -154,7 +154,7 @@ void writeDay(const RecordedDay& day, const fs::path& folder, Compression compre
     refuseUnlisted(day, target);
 
     TemporaryFolder part(target);
-    InstrumentFile content{day.tradingDay, day.instrument, std::map<std::string, std::size_t>{}};
+    InstrumentFile content{day.tradingDay, day.instrument, std::map<std::string, std::size_t>{}, day.related};
     for (const Stream stream : kAllStreams) {
         if (!hasStream(day, stream))
             continue;

@@ -147,7 +147,7 @@ void DataLayer::Delivery::deliverHistory(Lock& lock, const std::shared_ptr<Subsc
     for (std::size_t i = 0; i < m_position && !m_stopped && subscription->isActive; ++i) {
         if (!subscription->takes(m_day->events[i]))
             continue;
-        if (piece.size() == pieceSize)
+        if (piece.size() == pieceSize && !subscription->takesHistoryWhole)
             deliverPiece();
         piece.push_back(m_view.event(i));
     }

@@ -17,6 +17,7 @@ struct Subscription {
     Stream stream = Stream::Orders;
     bool isOfTheDay = false; // else the request is for another instrument
     bool leavesOutCancels = false;
+    bool takesHistoryWhole = false; // in one batch
     __int64 beginTime = 0;
     __int64 endTime = 0;
     bool staysOpen = false;

@@ -8,12 +8,16 @@
 
 #include <chrono>
 #include <cstdint>
+#include <set>
+#include <stdexcept>
+#include <utility>
 
 namespace recording {
 
 namespace {
 
 using nlohmann::json;
+using standin::InstrumentDescription;
 
 // The days whose seconds since the epoch fit into an int, wherever on earth they are read.
 constexpr int kFirstDay = 1970'01'02;
@@ -48,12 +52,52 @@ std::map<std::string, std::size_t> rowsFrom(const json& value)
     return rows;
 }
 
+// The place of one of the related instruments, counted from 1.
+std::string placeInRelated(std::size_t index)
+{
+    return "field \"related\": instrument " + std::to_string(index + 1) + ": ";
+}
+
+// What `convert` makes of each instrument, read or written. A fault names the place too.
+template <class To, class From, class Convert>
+To convertedRelated(const From& from, Convert convert)
+{
+    To to;
+    for (const auto& instrument : from) {
+        try {
+            to.push_back(convert(instrument));
+        } catch (const std::runtime_error& fault) {
+            throw std::runtime_error(placeInRelated(to.size()) + fault.what());
+        }
+    }
+    return to;
+}
+
+std::vector<InstrumentDescription> relatedFrom(const json& value)
+{
+    if (!value.is_array())
+        throw std::runtime_error("field \"related\": not an array");
+    return convertedRelated<std::vector<InstrumentDescription>>(value, standin::instrumentFromJson);
+}
+
+// A second description would silently take the first one's place in the terminal.
+void refuseTwice(const InstrumentFile& content)
+{
+    std::set<std::pair<std::string, std::string>> seen{{content.instrument.market, content.instrument.code}};
+    for (std::size_t i = 0; i < content.related.size(); ++i) {
+        const InstrumentDescription& instrument = content.related[i];
+        if (!seen.emplace(instrument.market, instrument.code).second) {
+            throw std::runtime_error(placeInRelated(i) + instrument.market + " " + instrument.code + " stands twice");
+        }
+    }
+}
+
 InstrumentFile contentFrom(const json& object)
 {
     if (!object.is_object())
         throw std::runtime_error("not a JSON object");
     for (const auto& [key, value] : object.items()) {
-        if (key != "tradingDay" && key != "instrument" && key != "rows")
+        if (key != "tradingDay" && key != "instrument" && key != "rows" && key != "related")
             throw std::runtime_error("unknown field \"" + key + "\"");
     }
     InstrumentFile content;
@@ -61,6 +105,9 @@ InstrumentFile contentFrom(const json& object)
     content.instrument = standin::instrumentFromJson(required(object, "instrument"));
     if (object.contains("rows"))
         content.rows = rowsFrom(object["rows"]);
+    if (object.contains("related"))
+        content.related = relatedFrom(object["related"]);
+    refuseTwice(content);
     return content;
 }
 
@@ -80,11 +127,14 @@ InstrumentFile readInstrumentFile(const std::filesystem::path& file)
 
 std::string instrumentFileText(const InstrumentFile& content)
 {
+    refuseTwice(content);
     json object;
     object["tradingDay"] = content.tradingDay;
     object["instrument"] = standin::instrumentToJson(content.instrument);
     if (content.rows)
         object["rows"] = *content.rows;
+    if (!content.related.empty())
+        object["related"] = convertedRelated<json::array_t>(content.related, standin::instrumentToJson);
     return object.dump(2) + "\n";
 }
 

@@ -45,6 +45,10 @@ struct RecordedDay {
     int tradingDay = 0;          // yyyymmdd
     std::vector<Stream> streams; // the streams that the day has, also those without an event
     std::vector<Event> events;
+
+    // Instruments without a stream here that a terminal needs beside the day's own, such as the depositary receipt
+    // that `instrument.gdrCode` names. Each market and code stands once, the day's own not at all.
+    std::vector<standin::InstrumentDescription> related;
 };
 
 } // namespace recording

@@ -5,6 +5,9 @@
 #include "quoter/quoterdepthdata.h"
 #include "quoter/transactioncount.h"
 
+#include <algorithm>
+#include <array>
+
 namespace recording {
 
 namespace {
@@ -100,10 +103,21 @@ Event delivered(const Event& event, int unit)
     return out;
 }
 
+// Whether the volumes of a market are delivered as they are: contracts of futures and options, shares of Hong Kong. The
+// models know the same markets by lists of their own, which this layer does not reach.
+bool isCountedSingly(const std::string& market)
+{
+    constexpr std::array kMarkets{"DF",   "DCE", "ZF",    "CZCE", "SF",  "SHFE", "GF",
+                                  "GFEX", "IF",  "CFFEX", "INE",  "SHO", "SZO",  "HK"};
+    return std::find(kMarkets.begin(), kMarkets.end(), market) != kMarkets.end();
+}
+
 } // namespace
 
 int sharesPerHand(const standin::InstrumentDescription& instrument)
 {
+    if (isCountedSingly(instrument.market))
+        return 1;
     constexpr int kTenShares = 10;
     constexpr int kHundredShares = 100;
     const auto is = [&instrument](int type) { return instrument.types.count(type) > 0; };

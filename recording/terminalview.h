@@ -8,7 +8,8 @@
 
 namespace recording {
 
-// Shares in one hand of an instrument, by its market and types.
+// Shares in one hand of an instrument, by its market and types. 1 in the markets whose volumes the terminal delivers as
+// they are: contracts of futures and options, shares of Hong Kong.
 int sharesPerHand(const standin::InstrumentDescription& instrument);
 
 // A level's volume in hands: a part of the first hand counts as one, so that a level with shares never looks empty,

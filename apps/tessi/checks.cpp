@@ -1,5 +1,7 @@
 #include "apps/tessi/checks.h"
 
+#include "recording/dayspan.h"
+
 #include <algorithm>
 #include <chrono>
 #include <cstdlib>
@@ -75,6 +77,16 @@ CLI::Validator clockTime()
 int secondsOf(const std::string& clock)
 {
     return (std::stoi(clock.substr(0, 2)) * 60 + std::stoi(clock.substr(3, 2))) * 60 + std::stoi(clock.substr(6, 2));
+}
+
+__int64 timeOn(int tradingDay, const std::string& clock)
+{
+    return recording::DaySpan(tradingDay).begin() + secondsOf(clock) * 1000LL;
+}
+
+__int64 endOfSecondOn(int tradingDay, const std::string& clock)
+{
+    return timeOn(tradingDay, clock) + 999;
 }
 
 } // namespace tessi

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "utils/int64.h"
+
 #include <CLI/CLI.hpp>
 
 #include <string>
@@ -20,5 +22,9 @@ CLI::Validator clockTime();
 
 // Seconds since midnight of a clock time that has been checked.
 int secondsOf(const std::string& clock);
+
+// The first and the last millisecond of that second on a day, since the epoch.
+__int64 timeOn(int tradingDay, const std::string& clock);
+__int64 endOfSecondOn(int tradingDay, const std::string& clock);
 
 } // namespace tessi

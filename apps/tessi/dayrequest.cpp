@@ -1,6 +1,6 @@
 #include "apps/tessi/dayrequest.h"
 
-#include "recording/recordedday.h"
+#include <algorithm>
 
 namespace tessi {
 
@@ -11,6 +11,13 @@ TC::CFormulaParam wholeDay(const recording::RecordedDay& day)
     request.stockCode = QString::fromStdString(day.instrument.code);
     request.endTime = quoter::TimeSeq::TIME_LASTED;
     return request;
+}
+
+recording::Stream snapshotStream(const recording::RecordedDay& day)
+{
+    const bool hasLevel2 =
+        std::find(day.streams.begin(), day.streams.end(), recording::Stream::Snapshots) != day.streams.end();
+    return hasLevel2 ? recording::Stream::Snapshots : recording::Stream::Quotes;
 }
 
 } // namespace tessi

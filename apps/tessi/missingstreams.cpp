@@ -1,10 +1,12 @@
 #include "apps/tessi/missingstreams.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 
 namespace tessi {
 
-std::string missingStreamsText(const recording::RecordedDay& day, std::initializer_list<recording::Stream> streams)
+std::string missingStreamsText(const recording::RecordedDay& day, const std::vector<recording::Stream>& streams)
 {
     std::string text;
     for (const recording::Stream stream : streams) {
@@ -14,6 +16,11 @@ std::string missingStreamsText(const recording::RecordedDay& day, std::initializ
         text += recording::streamName(stream);
     }
     return text;
+}
+
+std::string joinedNotes(const std::vector<std::string>& notes)
+{
+    return fmt::format("{}", fmt::join(notes, "; "));
 }
 
 } // namespace tessi

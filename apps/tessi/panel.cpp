@@ -3,8 +3,10 @@
 #include "apps/tessi/bestqueuespanel.h"
 #include "apps/tessi/bookpanel.h"
 #include "apps/tessi/cancelspanel.h"
+#include "apps/tessi/indexpanel.h"
 #include "apps/tessi/orderspanel.h"
 #include "apps/tessi/panelfilter.h"
+#include "apps/tessi/parampanel.h"
 #include "apps/tessi/queuepanel.h"
 #include "apps/tessi/thousandpanel.h"
 #include "apps/tessi/tickpanel.h"
@@ -23,7 +25,16 @@ namespace tessi {
 namespace {
 
 // Options that a panel takes.
-enum Takes : unsigned { kDepth = 1, kSide = 2, kPrice = 4, kSizes = 8, kTimes = 16, kByQuoter = 32 };
+enum Takes : unsigned {
+    kDepth = 1,
+    kSide = 2,
+    kPrice = 4,
+    kSizes = 8,
+    kTimes = 16,
+    kByQuoter = 32,
+    kPast = 64,
+    kLevel2 = 128
+};
 
 struct PanelKind {
     std::unique_ptr<Panel> (*make)(const recording::RecordedDay&, const PanelOptions&);
@@ -43,7 +54,9 @@ const std::map<std::string, PanelKind>& kinds()
     static const std::map<std::string, PanelKind> all = {
         {"book", {make<BookPanel>, kDepth, 0, {}}},
         {"cancels", {make<CancelsPanel>, kSide | kSizes | kTimes, 0, {"buy", "sell"}}},
+        {"index", {make<IndexPanel>, 0, 0, {}}},
         {"orders", {make<OrdersPanel>, kSide | kSizes | kTimes, 0, {"buy", "sell"}}},
+        {"params", {make<ParamPanel>, kPast | kLevel2, 0, {}}},
         {"queue10", {make<BestQueuesPanel>, kDepth, 0, {}}},
         {"queue", {make<QueuePanel>, kSide | kPrice, kSide | kPrice, {"bid", "ask"}}},
         {"thousand", {make<ThousandPanel>, kDepth | kByQuoter, 0, {}}},
@@ -62,6 +75,8 @@ unsigned givenIn(const PanelOptions& options)
     given |= options.minHands || options.minAmount || options.connective ? kSizes : 0U;
     given |= options.from || options.to ? kTimes : 0U;
     given |= options.byQuoter ? kByQuoter : 0U;
+    given |= options.at || options.today ? kPast : 0U;
+    given |= options.level2 ? kLevel2 : 0U;
     return given;
 }
 
@@ -71,7 +86,8 @@ const char* firstName(unsigned options)
     static constexpr std::pair<Takes, const char*> names[] = {
         {kDepth, "--depth"},         {kSide, "--side"},
         {kPrice, "--price"},         {kSizes, "--min-hands, --min-amount and --connective"},
-        {kTimes, "--from and --to"}, {kByQuoter, "--by-quoter"}};
+        {kTimes, "--from and --to"}, {kByQuoter, "--by-quoter"},
+        {kPast, "--at and --today"}, {kLevel2, "--level2"}};
     const auto* const found = std::find_if(std::begin(names), std::end(names),
                                            [options](const auto& name) { return (options & name.first) != 0; });
     return found == std::end(names) ? "" : found->second;

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <memory>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -15,12 +16,20 @@ namespace tessi {
 
 class Table;
 
+// What a panel is asked for is not in the day.
+class NotInTheDay : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
 // A view of the terminal over a day that is replayed: it follows the day's instrument with a model, subscribes what
 // the model needs, and shows the model's rows once the day has been delivered and all strands are idle.
 class Panel {
 public:
     virtual ~Panel() = default;
     virtual void subscribe(recording::DataLayer& data) = 0;
+
+    // Throws NotInTheDay.
     virtual Table rows() = 0;
 
     // What to tell when there are no rows, in a few words.
@@ -43,7 +52,10 @@ struct PanelOptions {
     std::optional<std::string> connective; // with both of these: "and" or "or"
     std::optional<std::string> from;       // orders, cancels, trades, view: "HH:MM:SS", included
     std::optional<std::string> to;
-    bool byQuoter = false; // thousand: the level-2 snapshot's levels
+    bool byQuoter = false;         // thousand: the level-2 snapshot's levels
+    std::optional<std::string> at; // params: "HH:MM:SS", included
+    std::optional<int> today;      // params: the terminal's last trading day as yyyymmdd, later than the recorded one
+    bool level2 = false;           // params: the rows of the whole book
 };
 
 std::vector<std::string> panelNames();

@@ -7,17 +7,19 @@
 #include "apps/tessi/table.h"
 #include "recording/datalayer.h"
 #include "recording/dayfolder.h"
+#include "recording/errors.h"
 #include "standin/terminal.h"
-#include "utils/timeutils.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cmath>
 #include <iostream>
 #include <limits>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace tessi {
@@ -34,25 +36,27 @@ struct Arguments {
     Format format = Format::Table;
 };
 
-// A time of day that has been checked, in milliseconds since the epoch.
-__int64 timeOn(int tradingDay, const std::string& clock)
-{
-    const __int64 midnight =
-        utils::timeToMilliseconds(tradingDay / 10000, tradingDay / 100 % 100, tradingDay % 100, 0, 0, 0);
-    return midnight + secondsOf(clock) * 1000LL;
-}
-
 // The day ends before the first event at the time or after it.
 void cutAt(recording::RecordedDay& day, __int64 timetag)
 {
     day.events.resize(recording::HistoryPoint::time(timetag).positionIn(day));
 }
 
+// The day ends with the last event up to the time: what came later is not known yet.
+void cutBehind(recording::RecordedDay& day, __int64 timetag)
+{
+    const auto isKnown = [timetag](const recording::Event& event) { return recording::timetagOf(event) <= timetag; };
+    const auto last = std::find_if(day.events.rbegin(), day.events.rend(), isKnown);
+    day.events.erase(last.base(), day.events.end());
+}
+
 recording::DeliveryOptions deliveryOf(const Arguments& arguments, int tradingDay)
 {
     recording::DeliveryOptions options;
     options.history = recording::HistoryPoint::nothing();
-    if (!arguments.historyUntil.empty())
+    if (arguments.options.today)
+        options.history = recording::HistoryPoint::wholeDay();
+    else if (!arguments.historyUntil.empty())
         options.history = recording::HistoryPoint::time(timeOn(tradingDay, arguments.historyUntil));
     if (arguments.speed > 0)
         options.speed = arguments.speed;
@@ -64,6 +68,11 @@ void checkOptions(const Arguments& arguments, const CLI::App& command)
     const std::string fault = optionFault(arguments.panel, arguments.options);
     if (!fault.empty())
         throw CLI::ValidationError(command.get_name(), fault);
+    if (arguments.options.today && (!arguments.historyUntil.empty() || arguments.speed > 0))
+        throw CLI::ValidationError(command.get_name(), "all of a past day is history: --today takes neither "
+                                                       "--history-until nor --speed");
+    if (arguments.options.at && !arguments.until.empty() && *arguments.options.at > arguments.until)
+        throw CLI::ValidationError(command.get_name(), "--at is later than --until");
 }
 
 // A price between two ticks has no queue; the model would show that of the nearest tick.
@@ -80,17 +89,36 @@ void checkPrice(const Arguments& arguments, double priceTick, const CLI::App& co
                                    fmt::format("--price is no multiple of the price tick {}", priceTick));
 }
 
+void checkToday(const Arguments& arguments, int tradingDay, const CLI::App& command)
+{
+    const std::optional<int> today = arguments.options.today;
+    if (today && *today <= tradingDay)
+        throw CLI::ValidationError(command.get_name(),
+                                   fmt::format("--today {} is not later than the recorded day {}", *today, tradingDay));
+}
+
 // What a panel shows.
 struct Rows {
     Table table;
     std::string foot;
 };
 
+Table rowsOf(Panel& panel, const std::string& folder)
+{
+    try {
+        return panel.rows();
+    } catch (const NotInTheDay& fault) {
+        throw recording::ReadError({folder}, fault.what());
+    }
+}
+
 // Delivers the day to the panel as a terminal would, and returns when nothing is left to do.
 Rows replayedRows(const Arguments& arguments, const std::shared_ptr<const recording::RecordedDay>& day)
 {
     standin::Terminal terminal;
     introduce(terminal, *day);
+    if (arguments.options.today)
+        terminal.instruments.setLastTradingDay(*arguments.options.today);
     const std::unique_ptr<Panel> panel = makePanel(arguments.panel, *day, arguments.options);
 
     Progress progress("replaying");
@@ -103,7 +131,7 @@ Rows replayedRows(const Arguments& arguments, const std::shared_ptr<const record
     });
     if (const std::string note = panel->note(); !note.empty())
         std::cerr << "tessi: note: " << note << "\n";
-    Rows rows{panel->rows(), {}};
+    Rows rows{rowsOf(*panel, arguments.folder), {}};
     if (rows.table.isEmpty())
         std::cerr << "tessi: note: " << panel->whyEmpty() << "\n";
     else
@@ -111,11 +139,15 @@ Rows replayedRows(const Arguments& arguments, const std::shared_ptr<const record
     return rows;
 }
 
-void print(const Rows& rows, Format format)
+void print(const Rows& rows, const Arguments& arguments)
 {
-    rows.table.print(std::cout, format, coloursWanted());
-    if (format == Format::Table && !rows.foot.empty())
+    rows.table.print(std::cout, arguments.format, coloursWanted());
+    if (rows.foot.empty())
+        return;
+    if (arguments.format == Format::Table)
         std::cout << "\n" << rows.foot << "\n";
+    else if (arguments.options.at) // which snapshot it was is nowhere else
+        std::cerr << "tessi: note: " << rows.foot << "\n";
 }
 
 void replay(const Arguments& arguments, const CLI::App& command)
@@ -123,12 +155,15 @@ void replay(const Arguments& arguments, const CLI::App& command)
     checkOptions(arguments, command);
     const auto day = std::make_shared<recording::RecordedDay>(recording::readDay(arguments.folder));
     checkPrice(arguments, day->instrument.priceTick, command);
+    checkToday(arguments, day->tradingDay, command);
     if (!arguments.until.empty())
         cutAt(*day, timeOn(day->tradingDay, arguments.until));
+    if (arguments.options.at)
+        cutBehind(*day, endOfSecondOn(day->tradingDay, *arguments.options.at));
     if (arguments.panel.empty())
         printSummary(std::cout, *day, arguments.format);
     else
-        print(replayedRows(arguments, day), arguments.format);
+        print(replayedRows(arguments, day), arguments);
 }
 
 // Panels that list orders, cancels or trades.
@@ -154,6 +189,19 @@ void addFilter(CLI::App& command, PanelOptions& options)
         ->check(clockTime());
 }
 
+// Panel params.
+void addParams(CLI::App& command, PanelOptions& options)
+{
+    command
+        .add_option("--at", options.at, "Panel params: as it stood at the last snapshot up to this second that traded")
+        ->check(clockTime());
+    command
+        .add_option("--today", options.today,
+                    "Panel params: the terminal's last trading day as yyyymmdd, so that the recorded day is a past one")
+        ->check(calendarDate());
+    command.add_flag("--level2", options.level2, "Panel params: with totals and average prices of the whole book");
+}
+
 } // namespace
 
 void addReplay(CLI::App& app)
@@ -176,6 +224,7 @@ void addReplay(CLI::App& app)
                         "Panel queue: bid or ask; orders and cancels: buy or sell (UB, US, F and N stay)");
     command->add_option("--price", arguments->options.price, "Panel queue: the price")->check(aboveZero());
     addFilter(*command, arguments->options);
+    addParams(*command, arguments->options);
     command->add_option("--format", arguments->format, "table, csv or json")
         ->transform(CLI::CheckedTransformer(formats))
         ->default_str("table");

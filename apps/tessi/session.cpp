@@ -20,7 +20,6 @@ bool isInSession(__int64 timetag, const std::string& market, bool hasClosingAuct
 
 bool hasClosingAuction(const recording::RecordedDay& day)
 {
-    constexpr int kClosingAuctionStatus = 18;
     return std::any_of(day.events.begin(), day.events.end(), [](const recording::Event& event) {
         const auto snapshot = std::dynamic_pointer_cast<quoter::QuoterDepthData>(event.record);
         return snapshot && snapshot->tradeStatus == kClosingAuctionStatus;

@@ -1,7 +1,10 @@
 #include "apps/tessi/summary.h"
 
+#include "apps/tessi/session.h"
 #include "apps/tessi/text.h"
+#include "indexui/tessimodel/detail/markets.h"
 #include "quoter/orderdata.h"
+#include "quoter/quoteralldata.h"
 #include "quoter/quoterdepthdata.h"
 #include "quoter/transactiondata.h"
 #include "recording/recordedday.h"
@@ -10,6 +13,7 @@
 #include <nlohmann/json.hpp>
 
 #include <map>
+#include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -17,6 +21,29 @@
 namespace tessi {
 
 namespace {
+
+// What the day's snapshots say at its end, those of level 1 when there are no others.
+struct LastSnapshot {
+    double open = 0;
+    double high = 0;
+    double low = 0;
+    double last = 0;
+    __int64 volume = 0;                      // of the day until its close
+    std::optional<__int64> afterHoursVolume; // trading after hours is counted anew
+
+    template <class Snapshot>
+    void take(const Snapshot& snapshot, bool isAfterHours)
+    {
+        open = snapshot.open;
+        high = snapshot.high;
+        low = snapshot.low;
+        last = snapshot.lastPrice;
+        if (isAfterHours)
+            afterHoursVolume = snapshot.volume;
+        else
+            volume = snapshot.volume;
+    }
+};
 
 struct Totals {
     std::map<recording::Stream, std::size_t> records;
@@ -28,7 +55,7 @@ struct Totals {
     double amount = 0;
     std::size_t cancels = 0;
     __int64 cancelled = 0;
-    std::shared_ptr<quoter::QuoterDepthData> lastSnapshot;
+    std::optional<LastSnapshot> lastSnapshot;
 };
 
 void addTrade(Totals& totals, const quoter::TransactionData& trade)
@@ -43,11 +70,23 @@ void addTrade(Totals& totals, const quoter::TransactionData& trade)
     totals.amount += trade.price * static_cast<double>(trade.volume);
 }
 
+// The tradeStatus of a contract is its open interest, of all others the phase of the day.
+bool hasPhases(const standin::InstrumentDescription& instrument)
+{
+    return !TC::detail::isFutureMarket(instrument.market) && !TC::detail::isOptionMarket(instrument.market);
+}
+
 Totals totalsOf(const recording::RecordedDay& day)
 {
     Totals totals;
     for (const recording::Stream stream : day.streams)
         totals.records[stream] = 0;
+    const bool hasLevelTwo = totals.records.count(recording::Stream::Snapshots) > 0;
+    const auto take = [&totals, hasPhases = hasPhases(day.instrument)](const auto& snapshot) {
+        if (!totals.lastSnapshot)
+            totals.lastSnapshot.emplace();
+        totals.lastSnapshot->take(snapshot, hasPhases && snapshot.tradeStatus >= kAfterHoursStatus);
+    };
     for (const recording::Event& event : day.events) {
         ++totals.records[event.stream];
         const __int64 time = recording::timetagOf(event);
@@ -58,7 +97,10 @@ Totals totalsOf(const recording::RecordedDay& day)
         else if (const auto trade = std::dynamic_pointer_cast<quoter::TransactionData>(event.record))
             addTrade(totals, *trade);
         else if (const auto snapshot = std::dynamic_pointer_cast<quoter::QuoterDepthData>(event.record))
-            totals.lastSnapshot = snapshot;
+            take(*snapshot);
+        else if (const auto quote = std::dynamic_pointer_cast<quoter::QuoterAllData>(event.record);
+                 quote && !hasLevelTwo)
+            take(*quote);
     }
     return totals;
 }
@@ -86,8 +128,10 @@ std::vector<Item> itemsOf(const recording::RecordedDay& day)
         items.push_back({"open", price(last->open), true});
         items.push_back({"high", price(last->high), true});
         items.push_back({"low", price(last->low), true});
-        items.push_back({"last", price(last->lastPrice), true});
+        items.push_back({"last", price(last->last), true});
         items.push_back({"day volume", std::to_string(last->volume), true});
+        if (last->afterHoursVolume)
+            items.push_back({"volume after hours", std::to_string(*last->afterHoursVolume), true});
     }
     items.push_back({"ordered shares", std::to_string(totals.ordered), true});
     items.push_back({"traded shares", std::to_string(totals.traded), true});

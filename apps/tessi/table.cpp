@@ -81,10 +81,12 @@ void Table::printTable(std::ostream& out, bool colours) const
     const auto printRow = [&](const auto& cellOf) {
         std::string line;
         for (std::size_t c = 0; c < m_columns.size(); ++c) {
+            if (m_columns[c].forPrograms)
+                continue;
             const std::string cell = cellOf(c);
             const std::string padding(widths[c] - displayWidth(cell), ' ');
             line += c ? "  " : "";
-            line += m_columns[c].numeric ? padding + cell : cell + padding;
+            line += m_columns[c].numeric || m_columns[c].alignRight ? padding + cell : cell + padding;
         }
         line.erase(line.find_last_not_of(' ') + 1);
         out << line;

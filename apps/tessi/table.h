@@ -15,7 +15,9 @@ public:
     struct Column {
         std::string name;
         bool numeric = false;
-        bool plus = false; // numbers above 0 have a "+" in a table
+        bool plus = false;        // numbers above 0 have a "+" in a table
+        bool forPrograms = false; // left out of a table
+        bool alignRight = false;  // texts aligned like numbers
     };
 
     // How a row stands out in a table on a terminal; other formats have no colours.

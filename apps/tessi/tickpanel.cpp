@@ -1,21 +1,17 @@
 #include "apps/tessi/tickpanel.h"
 
+#include "apps/tessi/dayrequest.h"
 #include "apps/tessi/table.h"
 #include "apps/tessi/text.h"
 #include "recording/datalayer.h"
 #include "utils/stockkey.h"
 
-#include <algorithm>
-
 namespace tessi {
 
 TickPanel::TickPanel(const recording::RecordedDay& day, const PanelOptions& /*options*/)
-    : m_stream(recording::Stream::Quotes)
+    : m_stream(snapshotStream(day))
     , m_panelThread(utils::CSingletonT<net::RPCEngine>::instance()->getStrand("panel"))
 {
-    const auto& streams = day.streams;
-    if (std::find(streams.begin(), streams.end(), recording::Stream::Snapshots) != streams.end())
-        m_stream = recording::Stream::Snapshots;
     m_model.setStock(QString::fromStdString(utils::zlStockKey(day.instrument.market, day.instrument.code)));
 }
 

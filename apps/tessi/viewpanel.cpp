@@ -4,8 +4,8 @@
 #include "apps/tessi/rowmatches.h"
 #include "apps/tessi/table.h"
 #include "apps/tessi/text.h"
+#include "recording/dayspan.h"
 #include "recording/recordedday.h"
-#include "utils/timeutils.h"
 
 #include <fmt/format.h>
 
@@ -37,8 +37,7 @@ const char* kindName(TC::E_DEAL_KIND kind)
 ViewPanel::ViewPanel(const recording::RecordedDay& day, const PanelOptions& options)
     : m_trades(day)
 {
-    const int date = day.tradingDay;
-    const __int64 midnight = utils::timeToMilliseconds(date / 10000, date / 100 % 100, date % 100, 0, 0, 0);
+    const __int64 midnight = recording::DaySpan(day.tradingDay).begin();
     const TC::SDepthFilterParam range = filterOf(options);
     m_from = static_cast<int>((midnight + range.startTime) / 1000);
     m_to = static_cast<int>((midnight + range.endTime) / 1000);

@@ -57,7 +57,7 @@ TEST(ActiveVolume, shouldReachAClassBySharesOrByAmountWhenAnOrderIsSized)
              Row{1, 1'000'000, 'h'},
          }) {
         ActiveVolume volume;
-        volume.add(row.shares, row.yuan * kTicksPerYuan);
+        volume.add(row.shares, row.yuan * TickSize().perUnit);
         const Shares at[] = {volume.small, volume.middle, volume.big, volume.huge};
         const std::string names = "smbh";
         for (std::size_t i = 0; i < names.size(); ++i)

@@ -3,6 +3,7 @@
 #include "exchange/orderflow.h"
 
 #include "exchange/daycharacter.h"
+#include "exchange/instrumentclass.h"
 #include "exchange/simulationoptions.h"
 #include "tests/exchange/builders.h"
 
@@ -26,7 +27,7 @@ int ordersThatTake(int takers)
     book.enter(order(2).sell(4251).shares(100));
     SimulationOptions options;
     options.marketOrdersPerMille = 0;
-    OrderFlow flow(options, DayCharacter{10'000, 0, takers}, kBand, Random(1));
+    OrderFlow flow(options, instrumentClass("stock"), DayCharacter{10'000, 0, takers}, kBand, Random(1));
     int taking = 0;
     for (int i = 0; i < 10'000; ++i) {
         const Order drawn = flow.draw(book, Phase::Continuous);
@@ -42,7 +43,8 @@ int meanMove(int volatility)
     const OrderBook book(kBand);
     int sum = 0;
     for (int day = 0; day < kDays; ++day) {
-        OrderFlow flow({}, DayCharacter{1000, volatility, 350}, kBand, Random(static_cast<std::uint64_t>(day)));
+        OrderFlow flow({}, instrumentClass("stock"), DayCharacter{1000, volatility, 350}, kBand,
+                       Random(static_cast<std::uint64_t>(day)));
         std::vector<Ticks> prices;
         for (int i = 0; i < 1000; ++i)
             prices.push_back(flow.draw(book, Phase::OpeningAuction).price);

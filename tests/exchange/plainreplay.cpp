@@ -10,11 +10,6 @@ namespace {
 
 constexpr int kUncross[] = {(9 * 60 + 25) * 60'000, 15 * 3'600'000};
 
-int ticks(double price)
-{
-    return static_cast<int>(std::llround(price * 100));
-}
-
 int clock(int hour, int minute)
 {
     return (hour * 60 + minute) * 60'000;
@@ -33,11 +28,18 @@ bool mayRest(int kind)
 } // namespace
 
 PlainReplay::PlainReplay(const recording::RecordedDay& day)
-    : m_midnight(day.events.front().record->timetag - clock(9, 0))
+    : perUnit(static_cast<int>(std::llround(1 / day.instrument.priceTick)))
+    , m_lot(day.instrument.classBits >> 20 == 4 ? 10 : 100)
+    , m_midnight(day.events.front().record->timetag - clock(9, 0))
     , m_lastClose(ticks(day.instrument.lastClose))
     , m_low(ticks(day.instrument.downStopPrice))
     , m_high(ticks(day.instrument.upStopPrice))
 {}
+
+int PlainReplay::ticks(double price) const
+{
+    return static_cast<int>(std::llround(price * perUnit));
+}
 
 void PlainReplay::fault(const std::string& what)
 {
@@ -155,7 +157,7 @@ void PlainReplay::apply(const quoter::OrderData& record)
         fault(line("seq ", record.seq, " leaves no room for the ", m_recordsSinceSeq, " records in between"));
     if (record.volume <= 0 || record.bsFlag < 1 || record.bsFlag > 2)
         fault(line("order ", record.seq, " has volume ", record.volume, " and side ", record.bsFlag));
-    if (record.bsFlag == 1 && record.volume % 100 != 0)
+    if (record.bsFlag == 1 && record.volume % m_lot != 0)
         fault(line("order ", record.seq, " buys an odd lot"));
     m_lastSeq = record.seq;
     m_recordsSinceSeq = 0;
@@ -419,7 +421,7 @@ std::string PlainReplay::countsText() const
     __int64 orders[2] = {};
     __int64 classes[2][4] = {};
     for (const auto& [seq, active] : m_active) {
-        const __int64 yuan = active.ticks / 100;
+        const __int64 yuan = active.ticks / perUnit;
         const __int64 shares = active.volume;
         const int size = shares >= 500'000 || yuan >= 1'000'000 ? 0
                          : shares >= 100'000 || yuan >= 200'000 ? 1

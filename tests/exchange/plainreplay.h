@@ -13,7 +13,7 @@ struct TransactionData;
 } // namespace quoter
 
 // A day's book, counted anew from its order and trade records and nothing else: no code of the simulator takes part.
-// Every rule that a tick breaks becomes a line in `faults`. Prices in ticks of 0.01, times in milliseconds of the day.
+// Every rule that a tick breaks becomes a line in `faults`. Prices in ticks, times in milliseconds of the day.
 class PlainReplay {
 public:
     explicit PlainReplay(const recording::RecordedDay& day);
@@ -60,6 +60,7 @@ public:
         __int64 left() const { return entered - traded - cancelled; }
     };
 
+    const int perUnit; // ticks of one unit of the currency
     __int64 volume = 0;
     std::vector<std::string> faults;
 
@@ -100,6 +101,9 @@ private:
     void leave(__int64 seq);
     void count(__int64 seq, int price, __int64 shares);
 
+    int ticks(double price) const;
+
+    int m_lot; // shares in a hand; a bond's has 10
     __int64 m_midnight;
     int m_lastClose;
     int m_low;

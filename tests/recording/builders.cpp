@@ -86,6 +86,14 @@ DayBuilder& DayBuilder::market(const std::string& market)
     return *this;
 }
 
+DayBuilder& DayBuilder::related(const std::string& market, const std::string& code)
+{
+    m_day.related.emplace_back();
+    m_day.related.back().market = market;
+    m_day.related.back().code = code;
+    return *this;
+}
+
 DayBuilder& DayBuilder::lists(Stream stream)
 {
     for (const Stream other : m_day.streams) {
@@ -253,7 +261,7 @@ std::string snapshotText(const char* name, const Snapshot& s)
 bool sameDay(const RecordedDay& a, const RecordedDay& b)
 {
     if (!(a.instrument == b.instrument) || a.tradingDay != b.tradingDay || a.streams != b.streams ||
-        a.events.size() != b.events.size())
+        a.related != b.related || a.events.size() != b.events.size())
         return false;
     for (std::size_t i = 0; i < a.events.size(); ++i) {
         if (!sameEvent(a.events[i], b.events[i]))

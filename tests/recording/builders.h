@@ -47,6 +47,7 @@ class DayBuilder {
 public:
     DayBuilder();
     DayBuilder& market(const std::string& market);
+    DayBuilder& related(const std::string& market, const std::string& code);
     DayBuilder& lists(recording::Stream stream);
     DayBuilder& order(__int64 ms, double price, __int64 volume, __int64 seq);
     DayBuilder& trade(__int64 ms, double price, __int64 volume, int buySeq, int sellSeq);

@@ -114,6 +114,25 @@ TEST(DataLayer, shouldCutHistoryIntoPiecesWhenItExceedsThePieceSize)
     EXPECT_EQ(got.text, "orders 0: 1000 1020\norders 3: 1050\ntrades 0: 1010 1030\n");
 }
 
+TEST(DataLayer, shouldDeliverHistoryInOneBatchWhenItIsSubscribedWhole)
+{
+    Receiver got;
+    DeliveryOptions options = historyUpTo(HistoryPoint::arrival(5));
+    options.pieceSize = 1;
+    DataLayer layer(smallDay(), options);
+    layer.subscribeWhole(request(), Stream::Orders, got.named("whole"));
+    layer.subscribe(request(), Stream::Orders, got.named("pieces"));
+    layer.subscribeWhole(request(), Stream::Queues, got.named("none"));
+    layer.start();
+    layer.waitUntilDelivered();
+    EXPECT_EQ(got.text, "whole 0: 1000 1020\n"
+                        "pieces 0: 1000\n"
+                        "pieces 3: 1020\n"
+                        "none 0:\n"
+                        "whole 1: 1050\n"
+                        "pieces 1: 1050\n");
+}
+
 TEST(DataLayer, shouldDeliverOneEmptyBatchWhenTheHistoryIsEmpty)
 {
     Receiver got;
@@ -274,6 +293,7 @@ TEST(DataLayer, shouldRefuseACallWhenStreamOrStateDoesNotAllowIt)
 {
     DataLayer layer(smallDay());
     EXPECT_THROW(layer.subscribe(request(), Stream::Aux, [](int, const RecordBatch&) {}), std::invalid_argument);
+    EXPECT_THROW(layer.subscribeWhole(request(), Stream::Aux, [](int, const RecordBatch&) {}), std::invalid_argument);
     EXPECT_FALSE(layer.waitUntilDelivered()) << "not started";
     layer.start();
     EXPECT_THROW(layer.start(), std::logic_error);

@@ -76,6 +76,29 @@ TEST(DayFolder, shouldKeepAStreamListedWhenItHasNoEvents)
     EXPECT_EQ(read.events.size(), 1u);
 }
 
+TEST(DayFolder, shouldKeepRelatedInstrumentsWhenTheDayHasThem)
+{
+    const TempFolder folder;
+    RecordedDay day = DayBuilder().order(1000, 10.01, 300, 5).related("LSE", "B").related("LSE", "A").build();
+    day.related[0].doubleFields[3002] = 21.5;
+    day.related[1].intFields[2008] = 1;
+    writeDay(day, folder / "day", Compression::None);
+
+    const RecordedDay read = readDay(folder / "day");
+    ASSERT_EQ(read.related.size(), 2u);
+    EXPECT_EQ(read.related[0].code, "B");
+    EXPECT_EQ(read.related[0].doubleFields.at(3002), 21.5);
+    EXPECT_TRUE(sameDay(day, read));
+}
+
+TEST(DayFolder, shouldLeaveTheFieldOutWhenNoInstrumentIsRelated)
+{
+    const TempFolder folder;
+    writeDay(DayBuilder().order(1000, 10.01, 300, 5).build(), folder / "day", Compression::None);
+    EXPECT_EQ(fileBytes(folder / "day/instrument.json").find("related"), std::string::npos);
+    EXPECT_TRUE(readDay(folder / "day").related.empty());
+}
+
 TEST(DayFolder, shouldKeepTheBitsWhenNumbersAreExtreme)
 {
     const double values[] = {DBL_MAX, -DBL_MAX,  DBL_MIN, std::numeric_limits<double>::denorm_min(),

@@ -148,5 +148,14 @@ TEST(DayWriter, shouldRefuseTheDayWhenTheFormatCannotHoldIt)
     EXPECT_NE(errorOf(infinite, folder / "day").find("instrument.json: "), std::string::npos);
     EXPECT_NE(errorOf(infinite, folder / "day").find("lastClose"), std::string::npos);
 
+    RecordedDay related = DayBuilder().order(0, 1, 1, 1).related("LSE", "A").related("LSE", "B").build();
+    related.related[1].doubleFields[3002] = NAN;
+    EXPECT_NE(errorOf(related, folder / "day")
+                  .find("instrument.json: field \"related\": instrument 2: field \"doubleFields.3002\" is not finite"),
+              std::string::npos);
+    EXPECT_NE(errorOf(DayBuilder().order(0, 1, 1, 1).related("SZ", "000001").build(), folder / "day")
+                  .find("field \"related\": instrument 1: SZ 000001 stands twice"),
+              std::string::npos);
+
     EXPECT_EQ(listing(folder.path()), "");
 }

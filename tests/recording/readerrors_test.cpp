@@ -198,6 +198,18 @@ TEST(ReadErrors, shouldNameTheFieldWhenTheInstrumentFileIsWrong)
          "instrument.json: field \"rows\" announces counts, of which there is no file"},
         {"instrument.json", "\"orders\": 2,", "",
          "instrument.json: field \"rows\" lacks the stream orders, of which there is a file"},
+        {"instrument.json", "\"rows\"", "\"related\": {}, \"rows\"",
+         "instrument.json: field \"related\": not an array"},
+        {"instrument.json", "\"rows\"", "\"related\": [7], \"rows\"",
+         "instrument.json: field \"related\": instrument 1: an instrument must be an object"},
+        {"instrument.json", "\"rows\"",
+         R"("related": [{"market": "LSE", "code": "A"}, {"market": "LSE", "name": "B"}], "rows")",
+         "instrument.json: field \"related\": instrument 2: field \"code\" is missing"},
+        {"instrument.json", "\"rows\"",
+         R"("related": [{"market": "LSE", "code": "A"}, {"market": "LSE", "code": "A"}], "rows")",
+         "instrument.json: field \"related\": instrument 2: LSE A stands twice"},
+        {"instrument.json", "\"rows\"", R"("related": [{"market": "SZ", "code": "000001"}], "rows")",
+         "instrument.json: field \"related\": instrument 1: SZ 000001 stands twice"},
     };
     for (const Spoilt& spoilt : cases) {
         SCOPED_TRACE(spoilt.message);

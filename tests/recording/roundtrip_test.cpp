@@ -11,6 +11,7 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <set>
 
 using namespace recording;
 using namespace recording_test;
@@ -92,6 +93,11 @@ TEST(RoundTrip, shouldReadBackTheSameDayWhenAnyDayIsWritten)
 {
     const bool holds = rc::check("a day reads back as it was written", [] {
         RecordedDay day = DayBuilder().build();
+        for (const int code : *rc::gen::container<std::set<int>>(rc::gen::inRange(0, 9))) {
+            day.related.push_back(day.instrument);
+            day.related.back().market = "LSE";
+            day.related.back().code = std::to_string(code);
+        }
         const auto streams = *rc::gen::container<std::vector<int>>(rc::gen::inRange(0, 8));
         std::array<bool, kAllStreams.size()> listed{};
         for (const int index : streams) {

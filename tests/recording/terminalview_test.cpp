@@ -1,11 +1,15 @@
 #include "recording/terminalview.h"
 
+#include "indexui/tessimodel/detail/markets.h"
 #include "quoter/brovanquoteralldata.h"
 #include "quoter/levelthousanddata.h"
 #include "quoter/transactioncount.h"
 #include "tests/recording/builders.h"
 
 #include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
 
 using namespace recording;
 using namespace recording_test;
@@ -23,7 +27,7 @@ TEST(LevelHands, shouldCountOneHandWhenSharesFillOnlyPartOfTheFirst)
         EXPECT_EQ(levelHands(c.shares, c.unit), c.hands) << c.shares << " / " << c.unit;
 }
 
-TEST(SharesPerHand, shouldBeTenOnlyWhenTypeAndMarketAreListed)
+TEST(SharesPerHand, shouldDifferFromAHundredOnlyWhenTypeOrMarketIsListed)
 {
     struct Case {
         const char* market;
@@ -31,7 +35,12 @@ TEST(SharesPerHand, shouldBeTenOnlyWhenTypeAndMarketAreListed)
         int shares;
     };
     const Case cases[] = {{"SZ", 100003, 100}, {"SZ", 100016, 10}, {"SH", 100016, 10}, {"SZ", 100017, 10},
-                          {"SH", 100017, 10},  {"SH", 126, 10},    {"SZ", 126, 100},   {"BJ", 100017, 100}};
+                          {"SH", 100017, 10},  {"SH", 126, 10},    {"SZ", 126, 100},   {"BJ", 100017, 100},
+                          {"IF", 0, 1},        {"CFFEX", 0, 1},    {"SHFE", 0, 1},     {"SF", 0, 1},
+                          {"DCE", 0, 1},       {"DF", 0, 1},       {"CZCE", 0, 1},     {"ZF", 0, 1},
+                          {"GFEX", 0, 1},      {"GF", 0, 1},       {"INE", 0, 1},      {"SHO", 0, 1},
+                          {"SZO", 0, 1},       {"HK", 0, 1},       {"HK", 100017, 1},  {"HGT", 0, 100},
+                          {"CICC", 0, 100},    {"LSE", 0, 100}};
     for (const Case& c : cases) {
         standin::InstrumentDescription stock;
         stock.market = c.market;
@@ -39,6 +48,33 @@ TEST(SharesPerHand, shouldBeTenOnlyWhenTypeAndMarketAreListed)
         stock.types = {c.type};
         EXPECT_EQ(sharesPerHand(stock), c.shares) << c.market << " " << c.type;
     }
+}
+
+// Every name of up to four capitals, and the longer ones that there are.
+std::vector<std::string> marketNames()
+{
+    constexpr std::size_t kLongest = 4;
+    std::vector<std::string> names{""};
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        for (char c = 'A'; c <= 'Z' && names[i].size() < kLongest; ++c)
+            names.push_back(names[i] + c);
+    }
+    names.insert(names.end(), {"CFFEX", "SSEHKEX", "SZSEHKEX", "sho", "hk", "IF "});
+    return names;
+}
+
+TEST(SharesPerHand, shouldBeOneExactlyWhenTheModelsTakeTheMarketForContractsOrHongKong)
+{
+    standin::InstrumentDescription instrument;
+    int differing = 0;
+    for (const std::string& market : marketNames()) {
+        instrument.market = market;
+        const bool isSingle = TC::detail::isFutureMarket(market) || TC::detail::isOptionMarket(market) ||
+                              TC::detail::isHongKongMarket(market);
+        EXPECT_EQ(sharesPerHand(instrument), isSingle ? 1 : 100) << market;
+        differing += isSingle ? 1 : 0;
+    }
+    EXPECT_EQ(differing, 14) << "the markets of futures and options, and Hong Kong";
 }
 
 TEST(TerminalView, shouldDeliverTheRecordAsItIsWhenItIsATickOrAQueue)

@@ -49,6 +49,13 @@ TEST(Arguments, shouldFailWithUsageWhenArgumentsAreWrong)
                                   "import . day --date 20231301",
                                   "import . day --date -5",
                                   "simulate day --last-close 0",
+                                  "simulate day --class nonsense",
+                                  "simulate day --class Fund",
+                                  "simulate day --class ''",
+                                  "simulate day --class",
+                                  "simulate day --class future --last-close 3560.1",
+                                  "simulate day --class fund --last-close 501",
+                                  "simulate day --class option --code a-b",
                                   "import .",
                                   "import . . extra"}) {
         const Outcome run = scratch.tessi(arguments);

@@ -1,11 +1,14 @@
 #include "apps/tessi/bookverifier.h"
 
+#include "exchange/instrumentclass.h"
 #include "exchange/simulator.h"
 #include "tests/tessi/handmadeday.h"
 
 #include <gtest/gtest.h>
 
 #include <fmt/format.h>
+
+#include <algorithm>
 
 namespace {
 
@@ -221,6 +224,24 @@ TEST(BookVerifier, shouldMatchEverySnapshotWhenNoMarketOrderRests)
     EXPECT_EQ(result.correctedMatches, result.newer);
     EXPECT_EQ(result.parked, 0u);
     EXPECT_EQ(result.forgotten, 0);
+}
+
+TEST(BookVerifier, shouldAgreeWithTheSnapshotsWhenTheDayIsOfAnyClassWithTicks)
+{
+    for (const exchange::InstrumentClass& row : exchange::instrumentClasses()) {
+        exchange::SimulationOptions options = exchange::SimulationOptions::of(row.name);
+        options.ordersPerDay = 800;
+        const recording::RecordedDay day = exchange::simulateDay(options);
+        if (std::find(day.streams.begin(), day.streams.end(), Stream::Orders) == day.streams.end())
+            continue;
+        const tessi::VerifiedDay result = tessi::verifyDay(day);
+        EXPECT_GT(result.snapshots, 300u) << row.name;
+        EXPECT_EQ(result.rawMatches + result.missesByMarketOrders(), result.snapshots) << row.name;
+        EXPECT_EQ(result.correctedMatches, result.newer) << row.name;
+        if (row.market == "SH") { // whose market orders look like limit orders
+            EXPECT_EQ(result.rawMatches, result.snapshots) << row.name;
+        }
+    }
 }
 
 TEST(BookVerifier, shouldExplainEveryMissWhenMarketOrdersRest)

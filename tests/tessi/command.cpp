@@ -44,6 +44,16 @@ Outcome Scratch::inShell(const std::string& words) const
     return run;
 }
 
+Outcome Scratch::onATerminal(const std::string& before, const std::string& arguments) const
+{
+    return inShell(before + " script -qec \"'$TESSI' " + arguments + "\" /dev/null </dev/null");
+}
+
+bool Scratch::canHaveATerminal() const
+{
+    return inShell("script -qec true /dev/null </dev/null").exitCode == 0;
+}
+
 std::string readFile(const std::filesystem::path& file)
 {
     std::ifstream stream(file, std::ios::binary);

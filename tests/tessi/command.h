@@ -30,6 +30,11 @@ public:
     // Runs shell words in the folder; the program is $TESSI.
     Outcome inShell(const std::string& words) const;
 
+    // Runs tessi with a terminal of its own, by the tool that records sessions; `before` stands in front. The terminal
+    // shows stdout and stderr together.
+    Outcome onATerminal(const std::string& before, const std::string& arguments) const;
+    bool canHaveATerminal() const;
+
 private:
     std::filesystem::path m_folder;
 };

@@ -1,13 +1,10 @@
 // The order list and the trade list after a real day, against sums over its records that use neither.
 
-#include "apps/tessi/daydelivery.h"
 #include "apps/tessi/followedlists.h"
 #include "quoter/orderdata.h"
 #include "quoter/transactiondata.h"
 #include "recording/datalayer.h"
-#include "recording/importday.h"
-#include "standin/terminal.h"
-#include "tests/support/recordeddays.h"
+#include "tests/tessi/importedday.h"
 
 #include <gtest/gtest.h>
 
@@ -58,16 +55,12 @@ struct Records {
     std::map<__int64, __int64> traded; // shares
 };
 
-class RecordedLists : public ::testing::TestWithParam<const char*> {
+class RecordedLists : public ImportedDay {
 protected:
     void SetUp() override
     {
-        const std::filesystem::path source = recordedDay(GetParam());
-        if (!std::filesystem::exists(source))
-            GTEST_SKIP() << "no recorded day " << source;
-        m_day = recording::importDay(source.string(), 0);
+        ImportedDay::SetUp();
         m_records = std::make_unique<Records>(m_day);
-        tessi::introduce(m_terminal, m_day);
     }
 
     // The model of a followed list after the day.
@@ -79,8 +72,6 @@ protected:
         return followed.model;
     }
 
-    standin::Terminal m_terminal;
-    recording::RecordedDay m_day;
     std::unique_ptr<Records> m_records;
 };
 

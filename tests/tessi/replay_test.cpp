@@ -83,34 +83,23 @@ TEST_F(ReplayTest, shouldWriteTheSameBytesWhenSeedIsTheSame)
     EXPECT_NE(readFile(s_scratch->path("day/trades.csv")), readFile(s_scratch->path("other/trades.csv")));
 }
 
-// A terminal of the command's own, by the tool that records sessions.
-Outcome onATerminal(const Scratch& scratch, const std::string& environment, const std::string& arguments)
-{
-    return scratch.inShell(environment + " script -qec \"'$TESSI' " + arguments + "\" /dev/null </dev/null");
-}
-
-bool canHaveATerminal(const Scratch& scratch)
-{
-    return scratch.inShell("script -qec true /dev/null </dev/null").exitCode == 0;
-}
-
 TEST_F(ReplayTest, shouldColourRowsWhenStdoutIsATerminal)
 {
-    if (!canHaveATerminal(*s_scratch))
+    if (!s_scratch->canHaveATerminal())
         GTEST_SKIP() << "no pseudo-terminal can be had here";
     const std::string arguments = "replay day --panel ticks 2>/dev/null";
-    const std::string coloured = onATerminal(*s_scratch, "env -u NO_COLOR", arguments).out;
+    const std::string coloured = s_scratch->onATerminal("env -u NO_COLOR", arguments).out;
     EXPECT_NE(coloured.find("\033[31m"), std::string::npos) << "a buy is red";
     EXPECT_NE(coloured.find("\033[32m"), std::string::npos) << "a sell is green";
-    EXPECT_NE(onATerminal(*s_scratch, "NO_COLOR=", arguments).out.find("\033[31m"), std::string::npos);
-    EXPECT_EQ(onATerminal(*s_scratch, "NO_COLOR=1", arguments).out.find('\033'), std::string::npos);
+    EXPECT_NE(s_scratch->onATerminal("NO_COLOR=", arguments).out.find("\033[31m"), std::string::npos);
+    EXPECT_EQ(s_scratch->onATerminal("NO_COLOR=1", arguments).out.find('\033'), std::string::npos);
 }
 
 TEST_F(ReplayTest, shouldShowProgressOnlyWhenStderrIsATerminal)
 {
-    if (!canHaveATerminal(*s_scratch))
+    if (!s_scratch->canHaveATerminal())
         GTEST_SKIP() << "no pseudo-terminal can be had here";
-    const std::string shown = onATerminal(*s_scratch, "", "replay day --panel ticks >/dev/null").out;
+    const std::string shown = s_scratch->onATerminal("", "replay day --panel ticks >/dev/null").out;
     EXPECT_NE(shown.find("replaying ["), std::string::npos) << shown;
     EXPECT_NE(shown.find("%"), std::string::npos);
     EXPECT_EQ(shown.substr(shown.size() - 4), "\r\033[K") << "it removes itself";

@@ -34,6 +34,17 @@ TEST(Table, shouldAlignColumnsWhenCharactersAreWide)
                                                 "none\n");
 }
 
+TEST(Table, shouldAlignTextsToTheRightWhenColumnWantsIt)
+{
+    Table table({{"name"}, {.name = "value", .alignRight = true}});
+    table.add({"平安", "9.1万"});
+    table.add({"all", "10"});
+    EXPECT_EQ(printed(table, Format::Table), "name  value\n"
+                                             "平安  9.1万\n"
+                                             "all      10\n");
+    EXPECT_EQ(nlohmann::json::parse(printed(table, Format::Json))[1].at("value"), "10") << "still a text";
+}
+
 TEST(Table, shouldWriteASignOnlyInTablesWhenColumnWantsIt)
 {
     Table table({{"change", true, true}});
