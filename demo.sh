@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Builds the command line tool and replays a day, the one in the folder given or one simulated on the spot: its tick
-# list, its order book in mid-morning, and a summary.
+# list, its order book and its parameters in mid-morning, and a summary.
 #
 #     ./demo.sh [FOLDER]
 set -euo pipefail
@@ -29,5 +29,7 @@ fi
 "$tessi" replay "$day" --panel ticks
 echo
 "$tessi" replay "$day" --panel book --depth 5 --until 10:30:00
+echo
+"$tessi" replay "$day" --panel params --until 10:30:00
 echo
 "$tessi" replay "$day"

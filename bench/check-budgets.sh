@@ -88,6 +88,10 @@ ratio_at_most queue_history_day model_history_day 1.1
 ratio_at_most queue_history_day_trades_first model_history_day_trades_first 1.1
 ratio_at_most thousand_check_update thousand_bare_rows 2
 ratio_at_most thousand_record thousand_record_reference 0.5
+ratio_at_most today_live today_live_formats 1.3
+ratio_at_most today_live_still_price today_live_still_price_formats 1.3
+ratio_at_most today_turned_away today_live_formats 0.05
+ratio_at_most today_history_day today_live 100
 
 for name in $(entries "$budgets" | cut -d' ' -f1); do
     grep -qx "$name" <<<"$known" || { echo "$name has a budget and is no operation" >&2; failed=1; }

@@ -6,6 +6,7 @@
 #include "bench/orderlist.h"
 #include "bench/queuemodel.h"
 #include "bench/reading.h"
+#include "bench/todayparam.h"
 #include "bench/tradelist.h"
 #include "indexui/tessimodel/cmodeltransaction.h"
 #include "net/rpcengine.h"
@@ -114,8 +115,9 @@ const std::vector<Operation>& operations()
 {
     static const std::vector<Operation> all = [] {
         std::vector<Operation> gathered;
-        for (auto topic : {frameOperations, readingOperations, bookOperations, bookModelOperations,
-                           queueModelOperations, levelModelOperations, orderListOperations, tradeListOperations}) {
+        for (auto topic :
+             {frameOperations, readingOperations, bookOperations, bookModelOperations, queueModelOperations,
+              levelModelOperations, orderListOperations, tradeListOperations, todayParamOperations}) {
             for (Operation& operation : topic())
                 gathered.push_back(std::move(operation));
         }
