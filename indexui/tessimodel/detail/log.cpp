@@ -5,8 +5,6 @@
 #include <fmt/format.h>
 #include <log4cxx/level.h>
 
-#include <utility>
-
 namespace TC::detail {
 
 namespace {
@@ -46,7 +44,7 @@ bool isDataReturnLogged(const RecordList& records)
     return records.size() >= 2 && infoLog();
 }
 
-void logDataReturn(const void* object, const char* function, InstrumentPtr stock, const RecordList& records,
+void logDataReturn(const void* object, const char* function, const InstrumentPtr& stock, const RecordList& records,
                    const boost::source_location& where)
 {
     if (!isDataReturnLogged(records) || !stock)
@@ -56,13 +54,6 @@ void logDataReturn(const void* object, const char* function, InstrumentPtr stock
                            records.size(), shownTime(records.front()), shownTime(records.back()));
     };
     logInfo(object, function, message, where);
-}
-
-void logDataReturn(const void* object, const char* function, InstrumentPtr stock, const BatchPtr& batch,
-                   const boost::source_location& where)
-{
-    if (batch)
-        logDataReturn(object, function, std::move(stock), batch->records, where);
 }
 
 } // namespace TC::detail

@@ -33,9 +33,7 @@ void logInfo(const void* object, const char* function, const Message& message,
 //
 // Ask isDataReturnLogged first where a copy of the stock costs a lock.
 bool isDataReturnLogged(const RecordList& records);
-void logDataReturn(const void* object, const char* function, InstrumentPtr stock, const RecordList& records,
-                   const boost::source_location& where = BOOST_CURRENT_LOCATION);
-void logDataReturn(const void* object, const char* function, InstrumentPtr stock, const BatchPtr& batch,
+void logDataReturn(const void* object, const char* function, const InstrumentPtr& stock, const RecordList& records,
                    const boost::source_location& where = BOOST_CURRENT_LOCATION);
 
 } // namespace TC::detail

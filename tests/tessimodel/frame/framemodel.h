@@ -43,7 +43,8 @@ public:
     // As the models do that are bound by a plain pointer.
     void plainCallback(int first, int batchKind, const Batch& batch)
     {
-        TC::detail::logDataReturn(this, "FrameModel::plainCallback", stock(), batch);
+        if (batch)
+            TC::detail::logDataReturn(this, "FrameModel::plainCallback", stock(), batch->records);
         TC::detail::postWorker(*m_strand, this, &FrameModel::doEntrust, first, batchKind, batch);
     }
 

@@ -39,7 +39,6 @@ TEST_F(FrameLogTest, shouldWriteNothingWhenBatchHoldsOneRecordOrNone)
 {
     logDataReturn(this, "f", instrument, Records{order(1)});
     logDataReturn(this, "f", instrument, Records{});
-    logDataReturn(this, "f", instrument, BatchPtr());
     EXPECT_TRUE(lines().empty());
 }
 
@@ -60,7 +59,7 @@ TEST_F(FrameLogTest, shouldShowTimeZeroWhenFirstOrLastRecordIsNull)
 
 TEST_F(FrameLogTest, shouldTellTheCallersPlaceWhenBatchIsLogged)
 {
-    logDataReturn(this, "f", instrument, batchFor("SZ", "000001", {order(1), order(2)}));
+    logDataReturn(this, "f", instrument, Records{order(1), order(2)});
     ASSERT_EQ(terminal.log.lines().size(), 1u);
     const auto written = terminal.log.lines().front();
     EXPECT_EQ(written.level, 20000);
@@ -70,11 +69,11 @@ TEST_F(FrameLogTest, shouldTellTheCallersPlaceWhenBatchIsLogged)
 
 TEST_F(FrameLogTest, shouldWriteNoDataReturnWhenLogIsOffOrUnset)
 {
-    const auto batch = batchFor("SZ", "000001", {order(1), order(2)});
+    const Records two = {order(1), order(2)};
     terminal.log.setLevel(30000);
-    logDataReturn(this, "f", instrument, batch);
+    logDataReturn(this, "f", instrument, two);
     terminal.log.unset();
-    logDataReturn(this, "f", instrument, batch);
+    logDataReturn(this, "f", instrument, two);
     terminal.log.set();
     EXPECT_TRUE(lines().empty());
 }
