@@ -23,10 +23,12 @@ constexpr std::size_t kHeapHeader = sizeof(std::size_t);
 
 std::atomic<std::size_t> g_bytes{0};
 std::atomic<std::size_t> g_blocks{0};
+std::atomic<std::size_t> g_allocations{0};
 
 void* counted(void* memory)
 {
     if (memory) {
+        ++g_allocations;
         g_bytes += malloc_usable_size(memory) + kHeapHeader;
         ++g_blocks;
     }
@@ -48,6 +50,11 @@ namespace bench {
 Heap heapInUse()
 {
     return {g_bytes, g_blocks};
+}
+
+std::size_t allocations()
+{
+    return g_allocations;
 }
 
 } // namespace bench

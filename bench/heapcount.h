@@ -15,4 +15,7 @@ struct Heap {
 
 Heap heapInUse();
 
+// How often memory was asked for since the start, freed or not.
+std::size_t allocations();
+
 } // namespace bench

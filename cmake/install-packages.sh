@@ -11,7 +11,7 @@ case "${1:-}" in
     build) ;;
     all)
         wanted+=(git binutils bsdutils libgtest-dev libgmock-dev librapidcheck-dev libbenchmark-dev valgrind
-                 clang-format-14 clang-tidy-14 fonts-noto-cjk)
+                 clang-format-14 clang-tidy-14 fonts-noto-cjk xvfb xauth)
         ;;
     *)
         echo "usage: install-packages.sh build|all" >&2

@@ -106,7 +106,7 @@ void CModelQuoterDepthThousand::doQuoter(int, int batchKind, const Batch& batch)
     takeSnapshots(*this, batch, [&](const DepthPtr& last, DayVolume dayVolume) {
         // A first push that has earlier records shows its step: the base is looked for among them.
         if (!m_quoter)
-            m_quoter = baseOfStep(batch->records, last, dayVolume);
+            m_quoter = baseOfStep(batch->records, batch->records.size() - 1, last, dayVolume);
         takeVolumeStep(*this, batchKind, batch->records, last, dayVolume);
         if (advanceBase(*this, last, dayVolume))
             m_quoterVolumeTime = low32(last->timetag);

@@ -6,8 +6,8 @@
 #include "indexui/tessimodel/detail/markets.h"
 #include "indexui/tessimodel/detail/numbers.h"
 #include "indexui/tessimodel/detail/request.h"
-#include "indexui/tessimodel/detail/stocktype.h"
 #include "indexui/tessimodel/detail/tradingphase.h"
+#include "indexui/tessimodel/liveread.h"
 #include "IndexUtils/instrumentdetails.h"
 #include "quoter/quoteralldata.h"
 #include "quoter/quoterdepthdata.h"
@@ -25,7 +25,7 @@ template <class Snapshot>
 void fillRow(const Snapshot& record, TransData& row)
 {
     row.timetag = low32(toSeconds(record.timetag));
-    row.price = record.lastPrice;
+    row.price = readLive(record.lastPrice);
     row.totalVolume = low32(record.volume);
     row.bidPrice = isUsable(record.bidPrice[0]) ? record.bidPrice[0] : row.price;
     row.askPrice = isUsable(record.askPrice[0]) ? record.askPrice[0] : row.price;
@@ -146,8 +146,7 @@ void CModelTransaction::classify()
     const std::string& market = m_stock->market;
     const std::string& code = m_stock->code;
     m_afterHoursType = hasAfterHoursType(*m_stock);
-    // The market is the literal: a code is looked up as Shenzhen's wherever the instrument is traded.
-    m_afterHoursTypeSz = isOfType(kTypeAfterHoursSz, "SZ", code);
+    m_afterHoursTypeSz = hasAfterHoursCodeSz(*m_stock);
     m_isMainland = isMainlandMarket(market);
     const auto links = utils::CSingletonT<CStockManager>::instance();
     m_isHgt = isShanghaiConnectMarket(market) || links->hasHGT(market, code);

@@ -31,6 +31,14 @@ TC::CFormulaParam requestByVolume(const QString& market, const QString& code, __
     return param;
 }
 
+TC::CFormulaParam requestOfQuotes(const QString& market, const QString& code, __int64 begin)
+{
+    TC::CFormulaParam param = requestByVolume(market, code, begin);
+    param.dataName = "QUOTER";
+    param.period = 50;
+    return param;
+}
+
 std::string requestText(const TC::CFormulaParam& param)
 {
     std::ostringstream text;

@@ -100,6 +100,29 @@ TYPED_TEST(BookModelAfterHoursTest, shouldSaveNothingWhenTheInstrumentHasNoSuchP
     EXPECT_EQ(this->steps(), "shown 0, saved 0");
 }
 
+TYPED_TEST(BookModelAfterHoursTest, shouldSaveAndShowVolumesInTheNewLoanFormWhenItIsSet)
+{
+    this->terminal.answers.setNewLoanFactor(10);
+    this->model.setNewLoan(true);
+    this->feed.snapshots(history, {at(1, 13, 100), at(2, 21, 130), at(3, 22, 7)});
+    EXPECT_EQ(this->steps(), "shown 70, saved 300");
+    this->feed.snapshots(history, {at(4, 13, 100), at(5, 21, 150)});
+    this->feed.snapshots(live, {at(6, 22, 7)});
+    EXPECT_EQ(this->steps(), "shown 70, saved 500");
+    this->terminal.answers.setNewLoanFactor(-1);
+    this->feed.snapshots(history, {at(7, 13, 140), at(8, 13, 100), at(9, 21, 130), at(10, 22, 7)});
+    EXPECT_EQ(this->steps(), "shown -7, saved 10") << "less in that form is looked for";
+}
+
+TYPED_TEST(BookModelAfterHoursTest, shouldCutTheSavedStepTo32BitsWhenItIsHuge)
+{
+    this->feed.snapshots(history, {at(1, 13, 100), at(2, 21, (5LL << 32) + 130), at(3, 22, (3LL << 32) + 7)});
+    EXPECT_EQ(this->steps(), "shown 7, saved 30");
+    this->feed.snapshots(history, {at(4, 13, 100), at(5, 21, 130)});
+    this->feed.snapshots(live, {at(6, 22, (3LL << 32) + 8)});
+    EXPECT_EQ(this->steps(), "shown 8, saved -122") << "which is what the entry's own step comes to";
+}
+
 // --- live -----------------------------------------------------------------------------------------------------
 
 TYPED_TEST(BookModelAfterHoursTest, shouldSaveTheStepAndShowTheDayVolumeWhenThePhaseBeginsLive)

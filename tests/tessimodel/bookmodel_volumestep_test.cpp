@@ -108,6 +108,36 @@ TYPED_TEST(BookModelVolumeStepTest, shouldBeTheBaseOfTheNextStepWhenTheFirstSnap
     EXPECT_EQ(this->model.m_quoterLastVolume, 40);
 }
 
+// --- the form of the volume -----------------------------------------------------------------------------------
+
+TYPED_TEST(BookModelVolumeStepTest, shouldCountTheStepInTheNewLoanFormWhenItIsSet)
+{
+    this->terminal.answers.setNewLoanFactor(10);
+    this->feed.snapshots(history, {at(1, 100), at(2, 250)});
+    EXPECT_EQ(this->model.m_quoterLastVolume, 150);
+    this->model.setNewLoan(true);
+    this->feed.snapshots(history, {at(3, 100), at(4, 250)});
+    EXPECT_EQ(this->model.m_quoterLastVolume, 1500);
+    this->feed.snapshots(live, {at(5, 253)});
+    EXPECT_EQ(this->model.m_quoterLastVolume, 30);
+}
+
+// Volumes are compared in that form as well.
+TYPED_TEST(BookModelVolumeStepTest, shouldLookForLessVolumeInTheNewLoanFormWhenItIsSet)
+{
+    this->terminal.answers.setNewLoanFactor(-1);
+    this->model.setNewLoan(true);
+    this->feed.snapshots(history, {at(1, 300), at(2, 100), at(3, 250)});
+    EXPECT_EQ(this->model.m_quoterLastVolume, 50) << "-300 is less, -100 is not";
+    this->feed.snapshots(live, {at(4, 260)});
+    EXPECT_EQ(this->model.m_quoterLastVolume, 50);
+    EXPECT_EQ(this->model.m_quoter->volume, 250);
+    this->feed.snapshots(live, {at(5, 230)});
+    EXPECT_EQ(this->model.m_quoterLastVolume, 20);
+    EXPECT_EQ(this->model.m_quoter->volume, 230);
+    EXPECT_EQ(this->model.m_quoterVolumeTime, this->kept("09:30:05"));
+}
+
 // --- records of an after-hours phase that the instrument does not have ---------------------------------------
 
 TYPED_TEST(BookModelVolumeStepTest, shouldPassOverAfterHoursRecordsWhenThereIsNoSuchPhase)

@@ -1,3 +1,4 @@
+#include "tests/support/application.h"
 #include "tests/support/records.h"
 #include "tests/tessimodel/encounter.h"
 #include "tests/tessimodel/indexparam.h"
@@ -23,14 +24,6 @@ using namespace tests;
 
 constexpr std::size_t kDataThreads = 4;
 constexpr int kRecords = 2000; // of each thread
-
-// An application that shows nothing: events need one.
-struct Application {
-    int argc = 1;
-    char name[5] = "test";
-    char* argv[2] = {name, nullptr};
-    QCoreApplication application{argc, argv};
-};
 
 // Tells ThreadSanitizer that what a data thread did before the end of ondata comes before the slot: the lock that
 // orders them is Qt's, which is not instrumented. Data threads go on meanwhile.

@@ -63,6 +63,14 @@ TEST_F(QuoterThousandSnapshotsTest, shouldShowNoStepWhenTheFirstPushHasNoLessVol
     EXPECT_EQ(step(), "step 0 at 09:30:01, base 300");
 }
 
+TEST_F(QuoterThousandSnapshotsTest, shouldLookForLessVolumeInTheNewLoanFormWhenItIsSet)
+{
+    terminal.answers.setNewLoanFactor(-10);
+    model.setNewLoan(true);
+    feed.snapshots(live, {at(1, 300), at(2, 100), at(3, 250)});
+    EXPECT_EQ(step(), "step 500 at 09:30:03, base 250");
+}
+
 TEST_F(QuoterThousandSnapshotsTest, shouldNotLookBackWhenThereIsABase)
 {
     feed.snapshots(live, {at(1, 100)});

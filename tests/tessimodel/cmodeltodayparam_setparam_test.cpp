@@ -116,10 +116,7 @@ TEST_F(ParamWriterTest, shouldAskForTheLastTradingDayOfQuotesWhenRequested)
     EXPECT_EQ(requestText(param), requestText(strangeRequest())) << "no instrument, no request";
     follow(plainStock());
     model.getParams(param);
-    TC::CFormulaParam quotes = requestByVolume("SH", "600000", timeOf("00:00:00"));
-    quotes.dataName = "QUOTER";
-    quotes.period = 50;
-    EXPECT_EQ(requestText(param), requestText(quotes));
+    EXPECT_EQ(requestText(param), requestText(requestOfQuotes("SH", "600000", timeOf("00:00:00"))));
 }
 
 class ParamSmallOperationsTest : public ParamStreamTest {};

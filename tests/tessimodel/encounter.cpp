@@ -38,9 +38,8 @@ std::future<void> start(const std::function<void()>& work)
     return std::async(std::launch::async, work);
 }
 
-void expectToWait(boost::recursive_mutex& lock, const std::vector<std::function<void()>>& operations)
+void expectToWaitUntil(const std::function<void()>& unlock, const std::vector<std::function<void()>>& operations)
 {
-    boost::unique_lock<boost::recursive_mutex> held(lock);
     std::atomic<std::size_t> begun{0};
     std::vector<std::future<void>> waiting;
     waiting.reserve(operations.size());
@@ -55,7 +54,7 @@ void expectToWait(boost::recursive_mutex& lock, const std::vector<std::function<
     const auto until = std::chrono::steady_clock::now() + kShort;
     for (std::size_t i = 0; i < waiting.size(); ++i)
         EXPECT_EQ(waiting[i].wait_until(until), std::future_status::timeout) << "operation " << i;
-    held.unlock();
+    unlock();
     for (auto& operation : waiting)
         EXPECT_EQ(operation.wait_for(kLong), std::future_status::ready);
 }

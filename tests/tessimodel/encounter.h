@@ -16,8 +16,16 @@ inline constexpr std::chrono::milliseconds kShort{50}; // for what must not
 // Does the work on a thread of its own.
 std::future<void> start(const std::function<void()>& work);
 
+// That every operation waits until `unlock` frees the lock that the caller holds, and ends then.
+void expectToWaitUntil(const std::function<void()>& unlock, const std::vector<std::function<void()>>& operations);
+
 // That every operation waits while the lock is held, and ends once it is free.
-void expectToWait(boost::recursive_mutex& lock, const std::vector<std::function<void()>>& operations);
+template <class Lock>
+void expectToWait(Lock& lock, const std::vector<std::function<void()>>& operations)
+{
+    lock.lock();
+    expectToWaitUntil([&lock] { lock.unlock(); }, operations);
+}
 
 // True as soon as somebody gets the lock while `isSo`, which is asked under it; false when that does not come.
 bool canBeTaken(boost::recursive_mutex& lock, const std::function<bool()>& isSo);

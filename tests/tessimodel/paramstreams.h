@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tests/support/bothstreams.h"
 #include "tests/support/records.h"
 #include "tests/tessimodel/paraminstruments.h"
 #include "tests/tessimodel/paramrows.h"
@@ -7,34 +8,11 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
 
 namespace tests {
-
-// The same figures as a level-2 snapshot.
-inline std::shared_ptr<quoter::QuoterDepthData> asLevel2(const quoter::QuoterAllData& from)
-{
-    auto record = std::make_shared<quoter::QuoterDepthData>();
-    record->timetag = from.timetag;
-    record->lastPrice = from.lastPrice;
-    record->lastPriceAlt = from.lastPriceAlt;
-    record->open = from.open;
-    record->high = from.high;
-    record->low = from.low;
-    record->lastClose = from.lastClose;
-    record->volume = from.volume;
-    record->amount = from.amount;
-    record->tradeStatus = from.tradeStatus;
-    record->lastSettlementPrice = from.lastSettlementPrice;
-    record->settlementPrice = from.settlementPrice;
-    record->iopv = from.iopv;
-    std::copy(std::begin(from.askPrice), std::end(from.askPrice), record->askPrice);
-    std::copy(std::begin(from.bidPrice), std::end(from.bidPrice), record->bidPrice);
-    return record;
-}
 
 // A snapshot with a figure for every row.
 inline Snapshot<quoter::QuoterAllData> ordinarySnapshot(const std::string& clock)
@@ -118,11 +96,5 @@ protected:
         return GetParam() == 1 ? quoter::QuoterBasePtr(model.m_lastAll) : model.m_lastDepth;
     }
 };
-
-// Names the runs of INSTANTIATE_TEST_SUITE_P(BothStreams, SUITE, ::testing::Values(1, 2), levelName).
-inline std::string levelName(const ::testing::TestParamInfo<int>& info)
-{
-    return "Level" + std::to_string(info.param);
-}
 
 } // namespace tests

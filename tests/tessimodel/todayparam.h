@@ -4,12 +4,12 @@
 #include "quoter/quoteaux.h"
 #include "standin/terminal.h"
 #include "tests/support/instruments.h"
+#include "tests/support/oddvalues.h"
 #include "tests/support/records.h"
 #include "ztservice/instrumentdetail.h"
 
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <memory>
 #include <set>
 #include <sstream>
@@ -35,10 +35,6 @@ public:
     bool history(const Records& records) { return quoterCallback(0, 0, records); }
     bool live(const Records& records) { return quoterCallback(0, 1, records); }
 };
-
-inline constexpr double kNoPrice = std::numeric_limits<double>::max();
-inline constexpr double kInfinity = std::numeric_limits<double>::infinity();
-inline constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 // The whole book at one snapshot.
 inline std::shared_ptr<quoter::QuoteAux> summary(const std::string& clock, double bidAverage = 9.5, __int64 bids = 70,

@@ -2,7 +2,7 @@
 
 #include <QString>
 
-// Colour keys of values as panels show them, for ZP::CUiResource::getColor. None allocates.
+// Colour keys of values as panels show them, for ZP::CUiResource::getColor. Only those with a number in them allocate.
 namespace TC::detail {
 
 inline QString riseColorKey()
@@ -15,10 +15,15 @@ inline QString fallColorKey()
     return QStringLiteral("ic_clr_entrust_text_fall");
 }
 
+inline QString defaultTextColorKey()
+{
+    return QStringLiteral("ic_clr_entrust_default_text");
+}
+
 // A price that equals its base, within the tolerance of prices.
 inline QString levelColorKey()
 {
-    return QStringLiteral("ic_clr_entrust_default_text");
+    return defaultTextColorKey();
 }
 
 inline QString plainColorKey()
@@ -49,6 +54,17 @@ inline QString settlementColorKey()
 inline QString phaseColorKey()
 {
     return QStringLiteral("ic_clr_model_trade_status");
+}
+
+// The watch plate's ground, and its lines from 0 to 7.
+inline QString plateGroundColorKey()
+{
+    return QStringLiteral("ic_clr_watchplate_bg");
+}
+
+inline QString plateLineColorKey(int line)
+{
+    return QStringLiteral("ic_clr_watchplate_line%1").arg(line);
 }
 
 } // namespace TC::detail

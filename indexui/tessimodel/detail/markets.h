@@ -48,4 +48,10 @@ inline bool isOptionMarket(const std::string& market)
     return market == "SHO" || market == "SZO";
 }
 
+// A market whose instruments have prices and volumes, and no book.
+inline bool isBooklessMarket(const std::string& market)
+{
+    return market == "YSWP";
+}
+
 } // namespace TC::detail

@@ -1,9 +1,10 @@
 #pragma once
 
+#include "indexui/tessimodel/detail/countedblock.h"
+
 #include <boost/make_shared.hpp>
 #include <boost/shared_ptr.hpp>
 
-#include <atomic>
 #include <cstddef>
 #include <memory>
 #include <type_traits>
@@ -31,7 +32,7 @@ public:
     ~RowPool()
     {
         if (m_block)
-            m_block->letGo(kRows - m_block->taken); // the places that are left keep it no longer
+            m_block->letGoOfTheRest();
     }
 
     boost::shared_ptr<Row> make()
@@ -39,7 +40,7 @@ public:
         if (!m_block)
             m_block = new Block;
         auto row = boost::allocate_shared<Row>(Allocator<Row>(m_block));
-        if (m_block->taken == kRows)
+        if (m_block->isUsedUp())
             m_block = nullptr; // it is the rows' own now
         return row;
     }
@@ -53,17 +54,7 @@ private:
         alignas(Row) alignas(void*) std::byte bytes[kPlace];
     };
 
-    struct Block {
-        std::size_t taken = 0;
-        std::atomic<std::size_t> held{kRows}; // rows that live and places that may still be taken
-        Place places[kRows];                  // not touched before they are taken
-
-        void letGo(std::size_t count)
-        {
-            if (held.fetch_sub(count, std::memory_order_acq_rel) == count)
-                delete this;
-        }
-    };
+    using Block = CountedBlock<Place, kRows>;
 
     // What allocate_shared makes its one request of, for the object and its counters together.
     template <class T>
@@ -82,10 +73,10 @@ private:
         T* allocate(std::size_t)
         {
             static_assert(sizeof(T) <= kPlace && alignof(T) <= alignof(Place));
-            return reinterpret_cast<T*>(block->places[block->taken++].bytes);
+            return reinterpret_cast<T*>(block->take().bytes);
         }
 
-        void deallocate(T*, std::size_t) { block->letGo(1); }
+        void deallocate(T*, std::size_t) { block->letGo(); }
 
         template <class Other>
         bool operator==(const Allocator<Other>& other) const

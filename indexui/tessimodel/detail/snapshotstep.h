@@ -23,11 +23,12 @@ void takeHistoryStep(Model& model, const RecordList& records, const DepthPtr& la
     const VolumeStepRules rules{model.m_hasAfterHours,
                                 model.m_stock && isMainlandMarket(getDetailMarket(model.m_stock))};
     if (model.m_hasAfterHours) {
-        if (const auto step = continuousStep<quoter::QuoterDepthData>(records, dayVolume))
-            model.m_afterHoursVolume = *step;
+        const auto newest = newestContinuous<quoter::QuoterDepthData>(records);
+        if (const auto step = newest ? stepAt<quoter::QuoterDepthData>(records, *newest, dayVolume) : std::nullopt)
+            model.m_afterHoursVolume = low32(*step);
     }
     if (const auto step = latestStep(records, last, rules, dayVolume))
-        model.m_quoterLastVolume = *step;
+        model.m_quoterLastVolume = low32(*step);
     // When the after-hours phase is over, the figure of the continuous phase is shown again.
     if (model.m_hasAfterHours && last->tradeStatus == kStatusAfterHoursClosed)
         model.m_quoterLastVolume = model.m_afterHoursVolume;

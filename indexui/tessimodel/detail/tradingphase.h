@@ -27,6 +27,12 @@ inline bool hasAfterHoursTypeSz(const ztservice::CInstrumentDetail& stock)
     return isOfType(kTypeAfterHoursSz, stock);
 }
 
+// The same for models that look a code up as Shenzhen's wherever the instrument is traded. That is wanted.
+inline bool hasAfterHoursCodeSz(const ztservice::CInstrumentDetail& stock)
+{
+    return isOfType(kTypeAfterHoursSz, "SZ", stock.code);
+}
+
 inline bool hasAfterHoursPhase(const ztservice::CInstrumentDetail& stock)
 {
     return hasAfterHoursType(stock) || hasAfterHoursTypeSz(stock);

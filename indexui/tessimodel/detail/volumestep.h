@@ -5,6 +5,7 @@
 #include "indexui/tessimodel/detail/tradingphase.h"
 #include "IndexUtils/quotefields.h"
 
+#include <cstddef>
 #include <memory>
 #include <optional>
 
@@ -29,43 +30,47 @@ struct VolumeStepRules {
     bool isMainland = false;    // a step from one phase into the other is none
 };
 
-// The last step of the continuous phase: from the newest snapshot of that phase back to the nearest with less volume.
+// Where the newest snapshot of the continuous phase stands in the batch.
 template <class Snapshot>
-std::optional<int> continuousStep(const RecordList& records, DayVolume dayVolume)
+std::optional<std::size_t> newestContinuous(const RecordList& records)
 {
-    std::shared_ptr<Snapshot> newest;
-    for (auto record = records.crbegin(); record != records.crend(); ++record) {
-        const auto snapshot = recordAs<Snapshot>(*record);
-        if (!snapshot)
-            continue;
-        if (!newest) {
-            if (!isAfterHours(snapshot->tradeStatus))
-                newest = snapshot;
-        } else if (dayVolume(snapshot) < dayVolume(newest)) {
-            return low32(difference64(dayVolume(newest), dayVolume(snapshot)));
-        }
+    for (std::size_t i = records.size(); i-- > 0;) {
+        const auto* const snapshot = recordAs<Snapshot>(records[i].get());
+        if (snapshot && !isAfterHours(snapshot->tradeStatus))
+            return i;
     }
     return std::nullopt;
 }
 
-// The snapshot from which a step to `last`, the newest of the batch, is counted: the nearest before it with less
-// volume. Null when there is none.
+// The snapshot from which a step to `snapshot` is counted: the nearest before `position` with less volume. Null when
+// there is none.
 template <class Snapshot>
-std::shared_ptr<Snapshot> baseOfStep(const RecordList& records, const std::shared_ptr<Snapshot>& last,
-                                     DayVolume dayVolume)
+std::shared_ptr<Snapshot> baseOfStep(const RecordList& records, std::size_t position,
+                                     const std::shared_ptr<Snapshot>& snapshot, DayVolume dayVolume)
 {
-    for (auto record = records.crbegin() + 1; record != records.crend(); ++record) {
-        auto snapshot = recordAs<Snapshot>(*record);
-        if (snapshot && dayVolume(snapshot) < dayVolume(last))
-            return snapshot;
+    for (std::size_t i = position; i-- > 0;) {
+        auto base = recordAs<Snapshot>(records[i]);
+        if (base && dayVolume(base) < dayVolume(snapshot))
+            return base;
     }
     return nullptr;
 }
 
+// The step that led to the snapshot at `position`, whatever the phases.
+template <class Snapshot>
+std::optional<__int64> stepAt(const RecordList& records, std::size_t position, DayVolume dayVolume)
+{
+    const auto snapshot = recordAs<Snapshot>(records[position]);
+    const auto base = baseOfStep(records, position, snapshot, dayVolume);
+    if (!base)
+        return std::nullopt;
+    return difference64(dayVolume(snapshot), dayVolume(base));
+}
+
 // The step that led to `last`, the newest snapshot of the batch.
 template <class Snapshot>
-std::optional<int> latestStep(const RecordList& records, const std::shared_ptr<Snapshot>& last,
-                              const VolumeStepRules& rules, DayVolume dayVolume)
+std::optional<__int64> latestStep(const RecordList& records, const std::shared_ptr<Snapshot>& last,
+                                  const VolumeStepRules& rules, DayVolume dayVolume)
 {
     const __int64 volume = dayVolume(last);
     for (auto record = records.crbegin() + 1; record != records.crend(); ++record) {
@@ -74,14 +79,14 @@ std::optional<int> latestStep(const RecordList& records, const std::shared_ptr<S
             continue;
         const int status = snapshot->tradeStatus;
         if (rules.hasAfterHours && entersAfterHours(status, last->tradeStatus))
-            return low32(volume);
+            return volume;
         if (!rules.hasAfterHours && isAfterHoursPhase(status))
             continue;
         if (dayVolume(snapshot) >= volume)
             continue;
         if (rules.isMainland && isAfterHoursPhase(status) != isAfterHoursPhase(last->tradeStatus))
             continue;
-        return low32(difference64(volume, dayVolume(snapshot)));
+        return difference64(volume, dayVolume(snapshot));
     }
     return std::nullopt;
 }

@@ -1,7 +1,7 @@
 #include "BaseWidget/basewidget.h"
 
-#include "offscreen.h"
 #include "standin/theme.h"
+#include "tests/support/offscreen.h"
 #include "UiResource/uiresource.h"
 #include "UiUtil/simpletext.h"
 

@@ -1,7 +1,8 @@
 #include "UiUtil/simpletext.h"
 
-#include "offscreen.h"
 #include "standin/theme.h"
+#include "tests/support/inkedpixels.h"
+#include "tests/support/offscreen.h"
 #include "UiResource/uiresource.h"
 
 #include <QFontMetrics>
@@ -32,18 +33,9 @@ QImage drawn(int alignment, const QString& text, const QString& colorKey = kRise
     return image;
 }
 
-// The smallest rectangle around all that is not ground; empty when nothing was drawn.
 QRect inked(const QImage& image)
 {
-    const QRgb ground = CUiResource::getColor("ic_clr_watchplate_bg").rgb();
-    QRect ink;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            if (image.pixel(x, y) != ground)
-                ink |= QRect(x, y, 1, 1);
-        }
-    }
-    return ink;
+    return tests::inkedIn(image, image.rect(), CUiResource::getColor("ic_clr_watchplate_bg").rgb());
 }
 
 } // namespace

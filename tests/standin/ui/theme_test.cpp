@@ -1,6 +1,6 @@
 #include "BaseWidget/basewidget.h"
-#include "offscreen.h"
 #include "standin/theme.h"
+#include "tests/support/offscreen.h"
 #include "UiResource/uiresource.h"
 
 #include <cmath>
