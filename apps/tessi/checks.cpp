@@ -1,6 +1,9 @@
 #include "apps/tessi/checks.h"
 
+#include "apps/tessi/picture.h"
 #include "recording/dayspan.h"
+
+#include <fmt/format.h>
 
 #include <algorithm>
 #include <chrono>
@@ -72,6 +75,28 @@ CLI::Validator clockTime()
 {
     return {[](const std::string& text) { return isClockTime(text) ? std::string() : text + " is no time HH:MM:SS"; },
             "HH:MM:SS"};
+}
+
+CLI::Validator pictureSize()
+{
+    return {[](const std::string& text) {
+                return pictureOfSize(text)
+                           ? std::string()
+                           : fmt::format("{} is no size WIDTHxHEIGHT, each from 1 to {}", text, Picture::kLongestSide);
+            },
+            "WIDTHxHEIGHT"};
+}
+
+CLI::Validator pictureScale()
+{
+    return {[](const std::string& text) {
+                const double scale = numberOf(text);
+                return scale >= Picture::kSmallestScale && scale <= Picture::kLargestScale
+                           ? std::string()
+                           : fmt::format("{} is no scale from {} to {}", text, Picture::kSmallestScale,
+                                         Picture::kLargestScale);
+            },
+            "0.5-4"};
 }
 
 int secondsOf(const std::string& clock)

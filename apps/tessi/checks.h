@@ -20,6 +20,10 @@ CLI::Validator calendarDate();
 // "HH:MM:SS".
 CLI::Validator clockTime();
 
+// "340x460", and how many pixels one of these is.
+CLI::Validator pictureSize();
+CLI::Validator pictureScale();
+
 // Seconds since midnight of a clock time that has been checked.
 int secondsOf(const std::string& clock);
 

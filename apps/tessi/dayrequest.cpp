@@ -1,5 +1,7 @@
 #include "apps/tessi/dayrequest.h"
 
+#include "datasource/datacenter.h"
+
 #include <algorithm>
 
 namespace tessi {
@@ -18,6 +20,11 @@ recording::Stream snapshotStream(const recording::RecordedDay& day)
     const bool hasLevel2 =
         std::find(day.streams.begin(), day.streams.end(), recording::Stream::Snapshots) != day.streams.end();
     return hasLevel2 ? recording::Stream::Snapshots : recording::Stream::Quotes;
+}
+
+bool isIndex(const recording::RecordedDay& day)
+{
+    return se::isIndexEx(day.instrument.market, day.instrument.code) || se::isCICCIndex(day.instrument.market);
 }
 
 } // namespace tessi

@@ -11,4 +11,6 @@ TC::CFormulaParam wholeDay(const recording::RecordedDay& day);
 // The day's level-2 snapshots or, where it has none, level 1: for models that take either.
 recording::Stream snapshotStream(const recording::RecordedDay& day);
 
+bool isIndex(const recording::RecordedDay& day);
+
 } // namespace tessi

@@ -1,9 +1,7 @@
 #include "apps/tessi/followedparams.h"
 
+#include "apps/tessi/anysnapshot.h"
 #include "apps/tessi/dayrequest.h"
-#include "apps/tessi/session.h"
-#include "quoter/quoteralldata.h"
-#include "quoter/quoterdepthdata.h"
 #include "quoter/transactiondata.h"
 #include "recording/dayspan.h"
 #include "recording/terminalview.h"
@@ -19,33 +17,6 @@ using recording::Stream;
 
 constexpr int kBuyersTrade = 1; // TransactionData::tradeFlag
 constexpr int kSellersTrade = 2;
-
-// Calls `use` with a snapshot of either level. False for a record that is none.
-template <class Use>
-bool withSnapshot(const std::shared_ptr<quoter::QuoterBase>& record, const Use& use)
-{
-    if (const auto level2 = std::dynamic_pointer_cast<quoter::QuoterDepthData>(record))
-        use(level2);
-    else if (const auto level1 = std::dynamic_pointer_cast<quoter::QuoterAllData>(record))
-        use(level1);
-    else
-        return false;
-    return true;
-}
-
-bool isAfterHours(const std::shared_ptr<quoter::QuoterBase>& record)
-{
-    int status = 0;
-    withSnapshot(record, [&status](const auto& snapshot) { status = snapshot->tradeStatus; });
-    return status >= kAfterHoursStatus;
-}
-
-double amountOf(const std::shared_ptr<quoter::QuoterBase>& record)
-{
-    double amount = 0;
-    withSnapshot(record, [&amount](const auto& snapshot) { amount = snapshot->amount; });
-    return amount;
-}
 
 } // namespace
 

@@ -4,10 +4,8 @@
 #include "apps/tessi/missingstreams.h"
 #include "apps/tessi/paramtable.h"
 #include "apps/tessi/text.h"
-#include "datasource/datacenter.h"
 #include "recording/datalayer.h"
 
-#include <clocale>
 #include <vector>
 
 namespace tessi {
@@ -17,7 +15,7 @@ namespace {
 std::string missingIn(const recording::RecordedDay& day)
 {
     std::vector<std::string> notes;
-    if (!se::isIndexEx(day.instrument.market, day.instrument.code) && !se::isCICCIndex(day.instrument.market))
+    if (!isIndex(day))
         notes.emplace_back("the instrument is no index");
     if (const std::string missing = missingStreamsText(day, {recording::Stream::Quotes}); !missing.empty())
         notes.push_back(missing);
@@ -25,13 +23,6 @@ std::string missingIn(const recording::RecordedDay& day)
 }
 
 } // namespace
-
-IndexPanel::Application::Application()
-    : m_application(m_argumentCount, m_arguments)
-{
-    // The application takes over the user's locale, in which numbers may have a decimal comma.
-    std::setlocale(LC_NUMERIC, "C");
-}
 
 IndexPanel::IndexPanel(const recording::RecordedDay& day, const PanelOptions& /*options*/)
     : m_request(wholeDay(day))

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "apps/tessi/panel.h"
+#include "apps/tessi/qtapplication.h"
 #include "Formula/formulaparam.h"
 #include "indexui/tessimodel/ccustommodelindexparam.h"
 
@@ -28,19 +29,7 @@ public:
     std::string note() const override { return m_note; }
 
 private:
-    // Event loops want an application.
-    class Application {
-    public:
-        Application();
-
-    private:
-        int m_argumentCount = 1;
-        char m_name[6] = "tessi";
-        char* m_arguments[2] = {m_name, nullptr};
-        QCoreApplication m_application;
-    };
-
-    Application m_application;
+    QtApplication<QCoreApplication> m_application;
     TC::CFormulaParam m_request;
     std::string m_note;
     QThread m_panelThread;

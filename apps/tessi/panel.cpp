@@ -3,11 +3,14 @@
 #include "apps/tessi/bestqueuespanel.h"
 #include "apps/tessi/bookpanel.h"
 #include "apps/tessi/cancelspanel.h"
+#include "apps/tessi/distributionpanel.h"
 #include "apps/tessi/indexpanel.h"
 #include "apps/tessi/orderspanel.h"
 #include "apps/tessi/panelfilter.h"
 #include "apps/tessi/parampanel.h"
+#include "apps/tessi/platepanel.h"
 #include "apps/tessi/queuepanel.h"
+#include "apps/tessi/statuspanel.h"
 #include "apps/tessi/thousandpanel.h"
 #include "apps/tessi/tickpanel.h"
 #include "apps/tessi/tradespanel.h"
@@ -32,8 +35,12 @@ enum Takes : unsigned {
     kSizes = 8,
     kTimes = 16,
     kByQuoter = 32,
-    kPast = 64,
-    kLevel2 = 128
+    kAt = 64,
+    kToday = 128,
+    kLevel2 = 256,
+    kLevel1 = 512,
+    kPng = 1024,
+    kPicture = 2048
 };
 
 struct PanelKind {
@@ -54,11 +61,14 @@ const std::map<std::string, PanelKind>& kinds()
     static const std::map<std::string, PanelKind> all = {
         {"book", {make<BookPanel>, kDepth, 0, {}}},
         {"cancels", {make<CancelsPanel>, kSide | kSizes | kTimes, 0, {"buy", "sell"}}},
+        {"distribution", {make<DistributionPanel>, 0, 0, {}}},
         {"index", {make<IndexPanel>, 0, 0, {}}},
         {"orders", {make<OrdersPanel>, kSide | kSizes | kTimes, 0, {"buy", "sell"}}},
-        {"params", {make<ParamPanel>, kPast | kLevel2, 0, {}}},
+        {"params", {make<ParamPanel>, kAt | kToday | kLevel2, 0, {}}},
+        {"plate", {make<PlatePanel>, kTimes | kPng | kPicture, 0, {}}},
         {"queue10", {make<BestQueuesPanel>, kDepth, 0, {}}},
         {"queue", {make<QueuePanel>, kSide | kPrice, kSide | kPrice, {"bid", "ask"}}},
+        {"status", {make<StatusPanel>, kAt | kLevel1, 0, {}}},
         {"thousand", {make<ThousandPanel>, kDepth | kByQuoter, 0, {}}},
         {"ticks", {make<TickPanel>, 0, 0, {}}},
         {"trades", {make<TradesPanel>, kSizes | kTimes, 0, {}}},
@@ -75,19 +85,30 @@ unsigned givenIn(const PanelOptions& options)
     given |= options.minHands || options.minAmount || options.connective ? kSizes : 0U;
     given |= options.from || options.to ? kTimes : 0U;
     given |= options.byQuoter ? kByQuoter : 0U;
-    given |= options.at || options.today ? kPast : 0U;
+    given |= options.at ? kAt : 0U;
+    given |= options.today ? kToday : 0U;
     given |= options.level2 ? kLevel2 : 0U;
+    given |= options.level1 ? kLevel1 : 0U;
+    given |= options.png ? kPng : 0U;
+    given |= options.size || options.theme || options.scale ? kPicture : 0U;
     return given;
 }
 
 // The options of the lowest bit.
 const char* firstName(unsigned options)
 {
-    static constexpr std::pair<Takes, const char*> names[] = {
-        {kDepth, "--depth"},         {kSide, "--side"},
-        {kPrice, "--price"},         {kSizes, "--min-hands, --min-amount and --connective"},
-        {kTimes, "--from and --to"}, {kByQuoter, "--by-quoter"},
-        {kPast, "--at and --today"}, {kLevel2, "--level2"}};
+    static constexpr std::pair<Takes, const char*> names[] = {{kDepth, "--depth"},
+                                                              {kSide, "--side"},
+                                                              {kPrice, "--price"},
+                                                              {kSizes, "--min-hands, --min-amount and --connective"},
+                                                              {kTimes, "--from and --to"},
+                                                              {kByQuoter, "--by-quoter"},
+                                                              {kAt, "--at"},
+                                                              {kToday, "--today"},
+                                                              {kLevel2, "--level2"},
+                                                              {kLevel1, "--level1"},
+                                                              {kPng, "--png"},
+                                                              {kPicture, "--size, --theme and --scale"}};
     const auto* const found = std::find_if(std::begin(names), std::end(names),
                                            [options](const auto& name) { return (options & name.first) != 0; });
     return found == std::end(names) ? "" : found->second;
@@ -115,6 +136,8 @@ std::string optionFault(const std::string& name, const PanelOptions& options)
         return fmt::format("{} needs {}", panel, firstName(missing));
     if (options.side && std::find(kind.sides.begin(), kind.sides.end(), *options.side) == kind.sides.end())
         return fmt::format("--side of {} is {}", panel, fmt::join(kind.sides, " or "));
+    if ((given & kPicture) != 0 && !options.png)
+        return fmt::format("{} need --png", firstName(kPicture));
     return filterFault(options);
 }
 

@@ -38,8 +38,14 @@ public:
     // What the day lacks for the rows to be whole, in a few words; empty for nothing.
     virtual std::string note() const { return {}; }
 
+    // A line above the rows, when there are any, for people; empty for none.
+    virtual std::string head() const { return {}; }
+
     // A line of figures below the rows, when there are any, for people; empty for none.
     virtual std::string foot() const { return {}; }
+
+    // What head and foot tell that rows for programs do not, when there are any; empty for nothing.
+    virtual std::string noteForPrograms() const { return {}; }
 };
 
 // What the command line says beyond the panel's name. Each belongs to some panels only.
@@ -50,12 +56,17 @@ struct PanelOptions {
     std::optional<int> minHands;           // orders, cancels, trades
     std::optional<int> minAmount;          // the same; in the instrument's currency
     std::optional<std::string> connective; // with both of these: "and" or "or"
-    std::optional<std::string> from;       // orders, cancels, trades, view: "HH:MM:SS", included
+    std::optional<std::string> from;       // orders, cancels, trades, view, plate: "HH:MM:SS", included
     std::optional<std::string> to;
-    bool byQuoter = false;         // thousand: the level-2 snapshot's levels
-    std::optional<std::string> at; // params: "HH:MM:SS", included
-    std::optional<int> today;      // params: the terminal's last trading day as yyyymmdd, later than the recorded one
-    bool level2 = false;           // params: the rows of the whole book
+    bool byQuoter = false;           // thousand: the level-2 snapshot's levels
+    bool level1 = false;             // status: five levels, also where the day has level 2
+    std::optional<std::string> at;   // params, status: "HH:MM:SS", included
+    std::optional<int> today;        // params: the terminal's last trading day as yyyymmdd, later than the recorded one
+    bool level2 = false;             // params: the rows of the whole book
+    std::optional<std::string> png;  // plate: the picture's file
+    std::optional<std::string> size; // of the picture, "WIDTHxHEIGHT"
+    std::optional<std::string> theme; // "dark" or "light"
+    std::optional<double> scale;      // its pixels for one of the size
 };
 
 std::vector<std::string> panelNames();

@@ -19,6 +19,7 @@ public:
     std::string whyEmpty() const override { return "the table has no rows"; }
     std::string note() const override { return m_note; }
     std::string foot() const override { return m_foot; }
+    std::string noteForPrograms() const override { return m_foot; }
 
 private:
     void showMoment();

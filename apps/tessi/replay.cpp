@@ -100,7 +100,9 @@ void checkToday(const Arguments& arguments, int tradingDay, const CLI::App& comm
 // What a panel shows.
 struct Rows {
     Table table;
-    std::string foot;
+    std::string head = {};
+    std::string foot = {};
+    std::string noteForPrograms = {};
 };
 
 Table rowsOf(Panel& panel, const std::string& folder)
@@ -131,23 +133,27 @@ Rows replayedRows(const Arguments& arguments, const std::shared_ptr<const record
     });
     if (const std::string note = panel->note(); !note.empty())
         std::cerr << "tessi: note: " << note << "\n";
-    Rows rows{rowsOf(*panel, arguments.folder), {}};
-    if (rows.table.isEmpty())
+    Rows rows{rowsOf(*panel, arguments.folder)};
+    if (rows.table.isEmpty()) {
         std::cerr << "tessi: note: " << panel->whyEmpty() << "\n";
-    else
+    } else {
+        rows.head = panel->head();
         rows.foot = panel->foot();
+        rows.noteForPrograms = panel->noteForPrograms();
+    }
     return rows;
 }
 
 void print(const Rows& rows, const Arguments& arguments)
 {
+    const bool isTable = arguments.format == Format::Table;
+    if (isTable && !rows.head.empty())
+        std::cout << rows.head << "\n\n";
     rows.table.print(std::cout, arguments.format, coloursWanted());
-    if (rows.foot.empty())
-        return;
-    if (arguments.format == Format::Table)
+    if (isTable && !rows.foot.empty())
         std::cout << "\n" << rows.foot << "\n";
-    else if (arguments.options.at) // which snapshot it was is nowhere else
-        std::cerr << "tessi: note: " << rows.foot << "\n";
+    if (!isTable && !rows.noteForPrograms.empty())
+        std::cerr << "tessi: note: " << rows.noteForPrograms << "\n";
 }
 
 void replay(const Arguments& arguments, const CLI::App& command)
@@ -178,28 +184,46 @@ void addFilter(CLI::App& command, PanelOptions& options)
                     "and: both --min-hands and --min-amount (default); or: one is enough")
         ->check(CLI::IsMember({"and", "or"}));
     command
-        .add_option("--from", options.from,
-                    "Orders, cancels, trades, view: not before this time "
-                    "(view: a snapshot's second takes that snapshot's rows)")
+        .add_option(
+            "--from", options.from,
+            "Orders, cancels, trades, view, plate: not before this time "
+            "(view: a snapshot's second takes that snapshot's rows; plate: shows what was gained from the first "
+            "record of the time to the last)")
         ->check(clockTime());
     command
         .add_option("--to", options.to,
-                    "Orders, cancels, trades, view: not after this second "
+                    "Orders, cancels, trades, view, plate: not after this second "
                     "(view: a snapshot's second takes that snapshot's rows)")
         ->check(clockTime());
 }
 
-// Panel params.
-void addParams(CLI::App& command, PanelOptions& options)
+// Panels of the day's figures.
+void addFigures(CLI::App& command, PanelOptions& options)
 {
     command
-        .add_option("--at", options.at, "Panel params: as it stood at the last snapshot up to this second that traded")
+        .add_option("--at", options.at,
+                    "Panel params: as it stood at the last snapshot up to this second that traded; status: at the "
+                    "last snapshot up to this second")
         ->check(clockTime());
     command
         .add_option("--today", options.today,
                     "Panel params: the terminal's last trading day as yyyymmdd, so that the recorded day is a past one")
         ->check(calendarDate());
     command.add_flag("--level2", options.level2, "Panel params: with totals and average prices of the whole book");
+    command.add_flag("--level1", options.level1,
+                     "Panel status: the five levels of level 1, also where the day has level 2");
+}
+
+// Panel plate.
+void addPicture(CLI::App& command, PanelOptions& options)
+{
+    command.add_option("--png", options.png, "Panel plate: also as a picture, into this file")->check(notEmpty());
+    command.add_option("--size", options.size, "With --png: width and height; without it, 340x460")
+        ->check(pictureSize());
+    command.add_option("--theme", options.theme, "With --png: dark (default) or light")
+        ->check(CLI::IsMember({"dark", "light"}));
+    command.add_option("--scale", options.scale, "With --png: pixels for one of the size, 0.5 to 4; without it, 1")
+        ->check(pictureScale());
 }
 
 } // namespace
@@ -224,7 +248,8 @@ void addReplay(CLI::App& app)
                         "Panel queue: bid or ask; orders and cancels: buy or sell (UB, US, F and N stay)");
     command->add_option("--price", arguments->options.price, "Panel queue: the price")->check(aboveZero());
     addFilter(*command, arguments->options);
-    addParams(*command, arguments->options);
+    addFigures(*command, arguments->options);
+    addPicture(*command, arguments->options);
     command->add_option("--format", arguments->format, "table, csv or json")
         ->transform(CLI::CheckedTransformer(formats))
         ->default_str("table");

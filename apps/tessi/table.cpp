@@ -33,6 +33,11 @@ std::string inTable(const Table::Column& column, const std::string& cell)
     return column.plus && isAbove0 ? "+" + cell : cell;
 }
 
+std::string tinted(const std::string& text, Table::Tint tint, bool colours)
+{
+    return colours && tint != Table::Tint::None && !text.empty() ? escapeOf(tint) + text + "\033[0m" : text;
+}
+
 std::string quotedForCsv(const std::string& cell)
 {
     if (cell.find_first_of(",\"\n\r") == std::string::npos)
@@ -53,7 +58,13 @@ void Table::add(std::vector<std::string> cells, Tint tint)
 {
     if (cells.size() != m_columns.size())
         throw std::logic_error("a row must have a cell for each column");
-    m_rows.push_back({std::move(cells), tint});
+    m_rows.push_back({std::move(cells), tint, {}});
+}
+
+void Table::add(std::vector<std::string> cells, std::vector<Span> drawing)
+{
+    add(std::move(cells));
+    m_rows.back().drawing = std::move(drawing);
 }
 
 void Table::print(std::ostream& out, Format format, bool colours) const
@@ -78,7 +89,7 @@ void Table::printTable(std::ostream& out, bool colours) const
         widths.push_back(width);
     }
 
-    const auto printRow = [&](const auto& cellOf) {
+    const auto lineOf = [&](const auto& cellOf) {
         std::string line;
         for (std::size_t c = 0; c < m_columns.size(); ++c) {
             if (m_columns[c].forPrograms)
@@ -89,29 +100,33 @@ void Table::printTable(std::ostream& out, bool colours) const
             line += m_columns[c].numeric || m_columns[c].alignRight ? padding + cell : cell + padding;
         }
         line.erase(line.find_last_not_of(' ') + 1);
-        out << line;
+        return line;
     };
 
-    printRow([&](std::size_t c) { return m_columns[c].name; });
-    out << '\n';
+    out << lineOf([&](std::size_t c) { return m_columns[c].name; }) << '\n';
     for (const Row& row : m_rows) {
-        const bool tinted = colours && row.tint != Tint::None;
-        out << (tinted ? escapeOf(row.tint) : "");
-        printRow([&](std::size_t c) { return inTable(m_columns[c], row.cells[c]); });
-        out << (tinted ? "\033[0m\n" : "\n");
+        const std::string line = lineOf([&](std::size_t c) { return inTable(m_columns[c], row.cells[c]); });
+        out << tinted(line, row.tint, colours);
+        const char* gap = "  ";
+        for (const Span& span : row.drawing)
+            out << std::exchange(gap, "") << tinted(span.text, span.tint, colours);
+        out << '\n';
     }
 }
 
 void Table::printCsv(std::ostream& out) const
 {
-    for (std::size_t c = 0; c < m_columns.size(); ++c)
-        out << (c ? "," : "") << quotedForCsv(m_columns[c].name);
-    out << '\n';
-    for (const Row& row : m_rows) {
-        for (std::size_t c = 0; c < m_columns.size(); ++c)
-            out << (c ? "," : "") << quotedForCsv(row.cells[c]);
+    const auto printLine = [&](const auto& cellOf) {
+        const char* comma = "";
+        for (std::size_t c = 0; c < m_columns.size(); ++c) {
+            if (!m_columns[c].forPeople)
+                out << std::exchange(comma, ",") << quotedForCsv(cellOf(c));
+        }
         out << '\n';
-    }
+    };
+    printLine([&](std::size_t c) { return m_columns[c].name; });
+    for (const Row& row : m_rows)
+        printLine([&](std::size_t c) { return row.cells[c]; });
 }
 
 void Table::printJson(std::ostream& out) const
@@ -119,9 +134,12 @@ void Table::printJson(std::ostream& out) const
     out << "[";
     for (std::size_t r = 0; r < m_rows.size(); ++r) {
         out << (r ? ",\n " : "\n ") << "{";
+        const char* comma = "";
         for (std::size_t c = 0; c < m_columns.size(); ++c) {
+            if (m_columns[c].forPeople)
+                continue;
             const std::string& cell = m_rows[r].cells[c];
-            out << (c ? ", " : "") << nlohmann::json(jsonKey(m_columns[c].name)).dump() << ": ";
+            out << std::exchange(comma, ", ") << nlohmann::json(jsonKey(m_columns[c].name)).dump() << ": ";
             if (!m_columns[c].numeric)
                 out << nlohmann::json(cell).dump();
             else

@@ -4,6 +4,9 @@
 #include "exchange/tradingday.h"
 #include "recording/recordedday.h"
 
+#include <gtest/gtest.h>
+
+#include <algorithm>
 #include <cmath>
 #include <memory>
 #include <string>
@@ -24,6 +27,14 @@ inline SimulationOptions optionsOf(const std::string& name)
 inline recording::RecordedDay dayOf(const std::string& name)
 {
     return simulateDay(optionsOf(name));
+}
+
+// A class as a test parameter's name: gtest takes no hyphen.
+inline std::string testNameOf(const ::testing::TestParamInfo<std::string>& info)
+{
+    std::string name = info.param;
+    std::replace(name.begin(), name.end(), '-', '_');
+    return name;
 }
 
 // The records are the day's own.

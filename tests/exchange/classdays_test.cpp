@@ -61,13 +61,6 @@ std::vector<std::string> classNames()
     return names;
 }
 
-std::string testName(const ::testing::TestParamInfo<std::string>& info)
-{
-    std::string name = info.param;
-    std::replace(name.begin(), name.end(), '-', '_');
-    return name;
-}
-
 class ClassDay : public ::testing::TestWithParam<std::string> {};
 
 } // namespace
@@ -139,7 +132,7 @@ TEST_P(ClassDay, shouldSayTheSameOnBothLevelsWhenItHasBoth)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Classes, ClassDay, ::testing::ValuesIn(classNames()), testName);
+INSTANTIATE_TEST_SUITE_P(Classes, ClassDay, ::testing::ValuesIn(classNames()), testNameOf);
 
 TEST(ClassDays, shouldHaveTheStreamsOfTheirMarketWhenSimulated)
 {

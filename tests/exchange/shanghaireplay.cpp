@@ -87,6 +87,21 @@ std::string ShanghaiReplay::text() const
     return text + line(" volume ", m_volume);
 }
 
+std::string ShanghaiReplay::auxText() const
+{
+    const auto side = [this](bool buy) {
+        __int64 shares = 0;
+        __int64 amount = 0;
+        for (const auto& [seq, order] : m_orders) {
+            shares += order.buy == buy ? order.left : 0;
+            amount += order.buy == buy ? order.left * order.price : 0;
+        }
+        const __int64 twice = shares == 0 ? 0 : 2 * amount / shares;
+        return line(shares, "@", (twice + 1) / 2);
+    };
+    return line("bid ", side(true), " ask ", side(false));
+}
+
 std::string ShanghaiReplay::textOf(const quoter::QuoterDepthData& snapshot)
 {
     std::string bids = "bids";

@@ -23,6 +23,9 @@ public:
     std::string text() const;
     static std::string textOf(const quoter::QuoterDepthData& snapshot);
 
+    // "bid 900@1230 ask 600@1233": shares and average price of all that rests, half a tick up.
+    std::string auxText() const;
+
     // Orders that traded and have not appeared.
     std::size_t neverAppeared() const { return m_arriving.size(); }
 

@@ -146,6 +146,37 @@ TEST(TerminalView, shouldDeliverVolumesInHandsWhenTheRecordIsASnapshotOrACount)
     EXPECT_EQ(view.event(5).aux->totalBidVolume, 1);
 }
 
+TEST(TerminalView, shouldCutEachSizeAndBothTotalsToWholeHandsWhenTheyAreDelivered)
+{
+    auto count = std::make_shared<quoter::TransactionCount>();
+    count->timetag = kMorning + 5;
+    count->buyOrderCount = 1500;
+    count->buyHuge = 100'000'000'000;
+    count->buyBig = 1199;
+    count->buyMiddle = 299;
+    count->buySmall = 99;
+    count->sellOrderCount = 1600;
+    count->sellHuge = 1600;
+    count->sellBig = 1750;
+    count->sellMiddle = 1899;
+    count->sellSmall = 0;
+    RecordedDay day = DayBuilder().add(Stream::Counts, count).aux(9, 199).build();
+    day.events[1].aux->totalAskVolume = 350;
+    day.events[1].aux->bidAveragePrice = 9.99;
+    day.events[1].aux->askAveragePrice = 10.01;
+    TerminalView view(day, 100);
+
+    const auto& c = dynamic_cast<const quoter::TransactionCount&>(*view.event(0).record);
+    const std::vector<__int64> hands = {c.buyHuge,  c.buyBig,  c.buyMiddle,  c.buySmall,
+                                        c.sellHuge, c.sellBig, c.sellMiddle, c.sellSmall};
+    EXPECT_EQ(hands, (std::vector<__int64>{1'000'000'000, 11, 2, 0, 16, 17, 18, 0}));
+    EXPECT_EQ(c.buyOrderCount, 1500) << "orders are no shares";
+    EXPECT_EQ(c.sellOrderCount, 1600);
+    EXPECT_EQ(c.timetag, kMorning + 5);
+    EXPECT_EQ(eventText(view.event(1)), "08:00:00.009 aux bid 9.99 x 1 ask 10.01 x 3");
+    EXPECT_EQ(count->buySmall, 99) << "the day's own stays";
+}
+
 TEST(TerminalView, shouldLeaveTheDaysRecordsAloneWhenConverting)
 {
     const RecordedDay day = DayBuilder().snapshot(7, 10.01, 1999).aux(9, 199).build();

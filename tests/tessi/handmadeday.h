@@ -2,6 +2,7 @@
 
 #include "quoter/levelthousanddata.h"
 #include "quoter/quoteaux.h"
+#include "quoter/transactioncount.h"
 #include "recording/recordedday.h"
 #include "tests/support/instruments.h"
 #include "tests/support/records.h"
@@ -15,7 +16,7 @@
 namespace tests {
 
 // A day of one stock on 2024-03-01, with the events in the order of the calls: HandmadeDay() << order(1).buy(10.00).
-// It has the streams quotes and aux only with an event of them, the others always.
+// It has the streams quotes, counts and aux only with an event of them, the others always.
 // Volumes are in shares, those of snapshots too.
 class HandmadeDay {
 public:
@@ -41,6 +42,10 @@ public:
     {
         m_day.events.push_back({listed(recording::Stream::Aux), nullptr, record});
         return *this;
+    }
+    HandmadeDay& operator<<(const std::shared_ptr<quoter::TransactionCount>& record)
+    {
+        return add(recording::Stream::Counts, record);
     }
     HandmadeDay& operator<<(const BestQueues& record) { return add(recording::Stream::Queues, record); }
     HandmadeDay& operator<<(const std::shared_ptr<quoter::LevelThousandData>& record)

@@ -346,10 +346,10 @@ TEST_F(ParamPanelsTest, shouldFailWithUsageWhenOptionsDoNotFit)
                           {"--panel params --today 20240304 --history-until 10:00:00", kAllHistory},
                           {"--panel params --today 20240304 --speed 1000", kAllHistory},
                           {"--panel params --depth 5", "--panel params takes no --depth"},
-                          {"--panel index --at 09:30:03", "--panel index takes no --at and --today"},
+                          {"--panel index --at 09:30:03", "--panel index takes no --at"},
                           {"--panel index --level2", "--panel index takes no --level2"},
-                          {"--panel book --today 20240304", "--panel book takes no --at and --today"},
-                          {"--at 09:30:03", "a summary takes no --at and --today"},
+                          {"--panel book --today 20240304", "--panel book takes no --today"},
+                          {"--at 09:30:03", "a summary takes no --at"},
                           {"--level2", "a summary takes no --level2"}};
     for (const auto& [arguments, fault] : cases) {
         const Outcome run = replay(arguments);
