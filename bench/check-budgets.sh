@@ -92,6 +92,8 @@ ratio_at_most today_live today_live_formats 1.3
 ratio_at_most today_live_still_price today_live_still_price_formats 1.3
 ratio_at_most today_turned_away today_live_formats 0.05
 ratio_at_most today_history_day today_live 100
+ratio_at_most distribution_history distribution_bisection 2.5
+ratio_at_most plate_repaint plate_primitives 1.5
 
 for name in $(entries "$budgets" | cut -d' ' -f1); do
     grep -qx "$name" <<<"$known" || { echo "$name has a budget and is no operation" >&2; failed=1; }

@@ -4,8 +4,10 @@
 #include "bench/bookmodel.h"
 #include "bench/levelmodel.h"
 #include "bench/orderlist.h"
+#include "bench/plate.h"
 #include "bench/queuemodel.h"
 #include "bench/reading.h"
+#include "bench/statistics.h"
 #include "bench/todayparam.h"
 #include "bench/tradelist.h"
 #include "indexui/tessimodel/cmodeltransaction.h"
@@ -115,9 +117,9 @@ const std::vector<Operation>& operations()
 {
     static const std::vector<Operation> all = [] {
         std::vector<Operation> gathered;
-        for (auto topic :
-             {frameOperations, readingOperations, bookOperations, bookModelOperations, queueModelOperations,
-              levelModelOperations, orderListOperations, tradeListOperations, todayParamOperations}) {
+        for (auto topic : {frameOperations, readingOperations, bookOperations, bookModelOperations,
+                           queueModelOperations, levelModelOperations, orderListOperations, tradeListOperations,
+                           todayParamOperations, statisticsOperations, plateOperations}) {
             for (Operation& operation : topic())
                 gathered.push_back(std::move(operation));
         }
