@@ -9,17 +9,14 @@
 // What snapshots of both levels have in common; 0 of a record that is none.
 namespace tessi {
 
-// Calls `use` with a snapshot of either level. False for a record that is none.
+// Calls `use` with a snapshot of either level, and passes over any other record.
 template <class Use>
-bool withSnapshot(const std::shared_ptr<quoter::QuoterBase>& record, const Use& use)
+void withSnapshot(const std::shared_ptr<quoter::QuoterBase>& record, const Use& use)
 {
     if (const auto level2 = std::dynamic_pointer_cast<quoter::QuoterDepthData>(record))
         use(level2);
     else if (const auto level1 = std::dynamic_pointer_cast<quoter::QuoterAllData>(record))
         use(level1);
-    else
-        return false;
-    return true;
 }
 
 inline __int64 volumeOf(const std::shared_ptr<quoter::QuoterBase>& record)

@@ -50,9 +50,8 @@ std::string shareText(float ratio)
         .toStdString();
 }
 
-std::string averageText(__int64 hands, int orders)
+std::string averageText(float average)
 {
-    const float average = orders == 0 ? 0 : static_cast<float>(hands) / static_cast<float>(orders);
     return ZP::formatDoubleNumber(average, 1).toStdString();
 }
 
@@ -112,7 +111,7 @@ Table PlatePanel::rows()
                  {.name = "orders", .numeric = true},
                  {.name = "average", .numeric = true}});
     if (!m_plate.m_data.m_items.empty()) {
-        for (const int direction : {0, 1})
+        for (const int direction : {TC::kActiveBuy, TC::kActiveSell})
             addBlock(table, direction);
     }
     return table;
@@ -122,8 +121,7 @@ Table PlatePanel::rows()
 void PlatePanel::addBlock(Table& table, int direction) const
 {
     const TC::WatchPlateData& data = m_plate.m_data;
-    const Table::Tint tint = direction == 0 ? Table::Tint::Rise : Table::Tint::Fall;
-    const int orders = direction == 0 ? data.m_buyOrderCount : data.m_sellOrderCount;
+    const Table::Tint tint = direction == TC::kActiveBuy ? Table::Tint::Rise : Table::Tint::Fall;
     __int64 hands = 0;
     float share = 0;
     for (const TC::WatchPlateItem& item : data.m_items) {
@@ -131,14 +129,10 @@ void PlatePanel::addBlock(Table& table, int direction) const
         share += item.direction == direction ? item.ratio : 0;
     }
     table.add({kDirections[direction], "合计", numberText(hands), shareText(share), shareNumber(share),
-               numberText(orders), averageText(hands, orders)},
+               numberText(data.orderCountOf(direction)), averageText(data.averageOf(direction))},
               tint);
-    for (int size = 0; size < static_cast<int>(std::size(kSizes)); ++size) {
-        const auto isLine = [direction, size](const TC::WatchPlateItem& item) {
-            return item.direction == direction && item.sizeClass == size;
-        };
-        const auto found = std::find_if(data.m_items.begin(), data.m_items.end(), isLine);
-        const TC::WatchPlateItem item = found == data.m_items.end() ? TC::WatchPlateItem() : *found;
+    for (int size = 0; size < TC::kPlateSizeClasses; ++size) {
+        const TC::WatchPlateItem item = data.itemOf(direction, size);
         table.add({kDirections[direction], kSizes[size], numberText(item.volume), shareText(item.ratio),
                    shareNumber(item.ratio), "", ""},
                   tint);

@@ -182,7 +182,6 @@ void CModelTransDistribution::quoterCallBackThread(const RecordList& records)
     {
         const QtLock lock(m_mutex);
         readPriceStep();
-        m_ticks.reserve(m_ticks.size() + static_cast<int>(records.size()));
         for (const auto& record : records)
             processData(record);
     }

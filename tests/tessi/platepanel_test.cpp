@@ -44,7 +44,7 @@ HandmadeDay smallDay()
     HandmadeDay day;
     day.instrument().name = "样本";
     day << counts("09:20:00", {}, {}) << counts("09:30:00", {2, 0, 0, 0, 5000}, {1, 0, 0, 3000, 199})
-        << counts("10:00:00", {5, 20000, 0, 10000, 6000}, {4, 0, 8000, 3000, 900})
+        << counts("10:00:00.500", {5, 20000, 0, 10000, 6000}, {4, 0, 8000, 3000, 900})
         << counts("10:30:00", {16, 40000, 0, 12500, 7500}, {9, 10000, 20000, 9000, 1000});
     return day;
 }
@@ -218,6 +218,11 @@ TEST_F(PlatePanelTest, shouldDrawInTheThemesColoursWhenOneIsChosen)
     const QRgb fall = standin::themeTokens(standin::Theme::Light, standin::Palette::RedUp).fall.rgb();
     EXPECT_EQ(light.pixel(170 + 30, 70), rise);
     EXPECT_EQ(light.pixel(170 - 12, 45), fall);
+
+    const QImage sharp = picture("--theme light --scale 2");
+    EXPECT_EQ(sharp.pixel(2 * (170 + 30), 2 * 70), rise);
+    EXPECT_EQ(sharp.pixel(2 * (170 - 12), 2 * 45), fall);
+    EXPECT_EQ(sharp.pixel(679, 919), panelColour(standin::Theme::Light)) << "to the last pixel";
 }
 
 TEST_F(PlatePanelTest, shouldDrawTheRangeWhenATimeRangeIsGiven)

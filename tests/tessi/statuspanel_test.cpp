@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
+
 namespace {
 
 using namespace tests;
@@ -209,6 +211,28 @@ TEST_F(StatusPanelTest, shouldShowTheBookOfTheCloseWhenFixedPriceTradingHasEnded
         EXPECT_NE(late(history).find(kClose), std::string::npos) << history << "\n" << late(history);
         EXPECT_NE(late(history).find("latest tick 7"), std::string::npos) << history << "\n" << late(history);
     }
+}
+
+// Snapshots may go on after the close without a phase whose volume counts anew.
+TEST_F(StatusPanelTest, shouldCountTheTickFromTheCloseWhenThereIsNoFixedPriceTrading)
+{
+    HandmadeDay day("SZ", "000001");
+    day << snapshot(level2("15:00:03").status(15).last(10.02).lastClose(10).volume(5700).bid(10.02, 200))
+        << snapshot(level2("15:05:00").status(22).last(10.02).lastClose(10).volume(6000).bid(10.02, 200));
+    write(day.recorded(), "plain");
+    const std::string text = shownOf("plain", "--at 15:05:00").out;
+    EXPECT_NE(text.find("latest tick 3;"), std::string::npos) << text;
+}
+
+TEST_F(StatusPanelTest, shouldShowBlankLevelsWhenAStocksBookIsEmpty)
+{
+    HandmadeDay day("SZ", "000001");
+    day << snapshot(level2("09:14:00").status(11).lastClose(10.0));
+    write(day.recorded(), "blank");
+    const Outcome run = shownOf("blank");
+    EXPECT_EQ(std::count(run.out.begin(), run.out.end(), '\n'), 23) << run.out;
+    EXPECT_NE(run.out.find("\nask       1\nbid       1\n"), std::string::npos) << run.out;
+    EXPECT_EQ(run.err, "");
 }
 
 TEST_F(StatusPanelTest, shouldSayWhyNothingIsShownWhenThereIsNoSnapshot)

@@ -24,9 +24,10 @@ public:
         if (!source.block)
             source.block = newBlock();
         Block* const block = source.block;
-        if (block->taken + 1 == kElements)
-            source.block = nullptr; // it is the elements' own from here on
-        return takeFrom(*block);
+        void* const element = takeFrom(*block);
+        if (block->isUsedUp())
+            source.block = nullptr; // it is the elements' own now
+        return element;
     }
 
     static void giveBack(void* element) noexcept

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "tests/tessimodel/oracle/copiedmodels.h"
 #include "tests/tessimodel/oracle/params/paramstreams.h"
 
-#include <array>
 #include <optional>
 
 // One side: some models, and what a step does to the one in use. The same for both sides.
@@ -29,10 +29,8 @@ public:
 
     explicit ParamPlayer(Side side)
         : m_side(side)
-    {
-        for (auto& model : m_models)
-            m_side.make(model);
-    }
+        , m_models([side](std::optional<Model>& model) { side.make(model); })
+    {}
 
     ParamAnswer apply(const ParamStep& step)
     {
@@ -43,7 +41,7 @@ public:
         case CopyAssign:
         case Select:
         case Construct:
-            changeModel(step);
+            m_models.apply(step);
             break;
         case WriteText:
         case WriteValue:
@@ -69,11 +67,11 @@ public:
         return m_answer;
     }
 
-    const Model& inUse() const { return *m_models[m_used]; }
-    const std::array<std::optional<Model>, kModels>& models() const { return m_models; }
+    const Model& inUse() const { return m_models.inUse(); }
+    const typename CopiedModels<Model>::Models& models() const { return m_models.all(); }
 
 private:
-    Model& model() { return *m_models[m_used]; }
+    Model& model() { return m_models.inUse(); }
 
     void input(const ParamStep& step)
     {
@@ -131,24 +129,11 @@ private:
             m_answer.colour = model().getPriceColor(step.value, step.base);
     }
 
-    void changeModel(const ParamStep& step)
-    {
-        const auto other = static_cast<std::size_t>(step.number);
-        if (step.action == ParamStep::Action::CopyAssign)
-            *m_models[other] = model();
-        else if (step.action == ParamStep::Action::CopyConstruct && other != m_used)
-            m_models[other].emplace(model());
-        else if (step.action == ParamStep::Action::Construct)
-            m_side.make(m_models[other]);
-        m_used = other;
-    }
-
     // A shrunk step may have lost its record.
     static RecordPtr first(const ParamStep& step) { return step.records.empty() ? nullptr : step.records.front(); }
 
     Side m_side;
-    std::array<std::optional<Model>, kModels> m_models;
-    std::size_t m_used = 0;
+    CopiedModels<Model> m_models;
     ParamAnswer m_answer;
 };
 

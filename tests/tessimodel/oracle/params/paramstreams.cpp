@@ -106,13 +106,10 @@ std::string text(const ParamStep& step)
         return step.on ? fmt::format("the date on display is {} days from the mainland's last trading day", step.number)
                        : "no date on display";
     case CopyConstruct:
-        return fmt::format("model {} is made as a copy, and used on", step.number);
     case CopyAssign:
-        return fmt::format("model {} becomes a copy, and is used on", step.number);
     case Select:
-        return fmt::format("model {} is used on", step.number);
     case Construct:
-        return fmt::format("model {} is made anew, and used on", step.number);
+        return copyStepText(step);
     case Receipt:
         return fmt::format("m_gdrStock closes at {}, rate {}, {} of it for {}", step.receipt.close, step.receipt.rate,
                            step.receipt.shares, step.receipt.perShares);

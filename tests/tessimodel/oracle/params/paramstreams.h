@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tests/tessimodel/oracle/copiedmodels.h"
 #include "tests/tessimodel/oracle/params/paraminstruments.h"
 #include "utils/int64.h"
 
@@ -20,7 +21,6 @@ using RecordPtr = std::shared_ptr<quoter::QuoterBase>;
 using AuxPtr = std::shared_ptr<quoter::QuoteAux>;
 
 // The models of a stream, among which copies go to and fro. Their source is always alive.
-inline constexpr int kModels = 3;
 
 struct ParamStep {
     enum class Action {

@@ -1,14 +1,14 @@
 #pragma once
 
 #include "standin/terminal.h"
+#include "tests/tessimodel/oracle/copiedmodels.h"
 #include "tests/tessimodel/oracle/snapshots/recordcopies.h"
 #include "tests/tessimodel/oracle/snapshots/snapshotinstruments.h"
 #include "tests/tessimodel/oracle/status/statusstate.h"
 #include "tests/tessimodel/oracle/status/statusstreams.h"
 
-#include <array>
-#include <functional>
 #include <optional>
+#include <utility>
 
 namespace tests::oracle::status {
 
@@ -25,14 +25,11 @@ inline void applyToTerminal(standin::Terminal& terminal, const StatusStep& step)
 template <class Model>
 class StatusPlayer {
 public:
-    using Make = std::function<void(std::optional<Model>&)>;
+    using Make = typename CopiedModels<Model>::Make;
 
     explicit StatusPlayer(Make make)
-        : m_make(std::move(make))
-    {
-        for (auto& model : m_models)
-            m_make(model);
-    }
+        : m_models(std::move(make))
+    {}
 
     void apply(const StatusStep& step)
     {
@@ -52,7 +49,7 @@ public:
         case CopyAssign:
         case Select:
         case Construct:
-            changeModel(step);
+            m_models.apply(step);
             break;
         default:
             set(step);
@@ -66,10 +63,10 @@ public:
         writeModel(out, inUse(), m_records);
     }
 
-    const Model& inUse() const { return *m_models[m_used]; }
+    const Model& inUse() const { return m_models.inUse(); }
 
 private:
-    Model& model() { return *m_models[m_used]; }
+    Model& model() { return m_models.inUse(); }
 
     // A shrunk step may have lost its records.
     RecordPtr recordAt(const StatusStep& step, std::size_t at)
@@ -92,24 +89,8 @@ private:
             model().m_lastClose = step.value;
     }
 
-    void changeModel(const StatusStep& step)
-    {
-        const auto other = static_cast<std::size_t>(step.number);
-        if (step.action == StatusStep::Action::CopyAssign) {
-            const Model& source = model(); // may be the same model
-            *m_models[other] = source;
-        } else if (step.action == StatusStep::Action::CopyConstruct && other != m_used) {
-            m_models[other].emplace(model());
-        } else if (step.action == StatusStep::Action::Construct) {
-            m_make(m_models[other]);
-        }
-        m_used = other;
-    }
-
-    Make m_make;
+    CopiedModels<Model> m_models;
     snapshots::RecordCopies m_records;
-    std::array<std::optional<Model>, kModels> m_models;
-    std::size_t m_used = 0;
     bool m_answer = false;
 };
 

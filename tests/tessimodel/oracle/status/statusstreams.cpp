@@ -41,13 +41,10 @@ std::string text(const StatusStep& step)
     case Renew:
         return fmt::format("facts {} of {}", step.facts, snapshots::snapshotNameOf(step.number));
     case CopyConstruct:
-        return fmt::format("model {} is made as a copy, and used on", step.number);
     case CopyAssign:
-        return fmt::format("model {} becomes a copy, and is used on", step.number);
     case Select:
-        return fmt::format("model {} is used on", step.number);
     case Construct:
-        return fmt::format("model {} is made anew, and used on", step.number);
+        return copyStepText(step);
     default:
         return inputText(step);
     }

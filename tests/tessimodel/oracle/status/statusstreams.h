@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tests/tessimodel/oracle/copiedmodels.h"
 #include "tests/tessimodel/oracle/snapshots/snapshotmarket.h"
 
 #include <string>
@@ -12,7 +13,6 @@ using snapshots::RecordPtr;
 using snapshots::Records;
 
 // The models of a stream, among which copies go to and fro.
-inline constexpr int kModels = 3;
 
 struct StatusStep {
     enum class Action {
